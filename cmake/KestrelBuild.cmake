@@ -1,0 +1,49 @@
+# How everything in this tree is compiled.
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_INCLUDE_CURRENT_DIR OFF)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(KESTREL_CCACHE ccache)
+if(KESTREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${KESTREL_CCACHE}")
+endif()
+
+# Paths as seen from the top of the tree: the same bytes wherever it is built, and readable debug lines.
+add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=" "-ffile-prefix-map=${CMAKE_BINARY_DIR}/=")
+
+if(KESTREL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Linked by every target of ours; generated code and third-party headers stay outside.
+add_library(kestrel_warnings INTERFACE)
+target_compile_options(kestrel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(KESTREL_WERROR)
+  target_compile_options(kestrel_warnings INTERFACE -Werror)
+endif()
+target_compile_definitions(
+  kestrel_warnings INTERFACE QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+                             QT_MESSAGELOGCONTEXT)
+
+# A floor of the library: an object library whose headers are included as <floor>/<file>.
+#   kestrel_add_floor(NAME SOURCES ... [FLOORS lower floors ...] [LIBRARIES ...])
+function(kestrel_add_floor name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;FLOORS;LIBRARIES")
+  add_library(${name} OBJECT ${arg_SOURCES})
+  target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/kestrelsetUI")
+  target_link_libraries(
+    ${name}
+    PUBLIC ${arg_FLOORS} ${arg_LIBRARIES}
+    PRIVATE kestrel_warnings)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+endfunction()

@@ -1,0 +1,26 @@
+# One test program, one ctest entry. Programs are kept small so that ctest can run them side by side.
+#   kestrel_add_test(NAME SOURCES ... [LIBRARIES ...] [GUI] [TIMEOUT seconds] [LABELS ...] [ENVIRONMENT ...])
+# GUI: the program gets a QApplication on the offscreen platform; without it there is no application at
+# all. Either way a Qt warning that a test did not announce fails that test.
+function(kestrel_add_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "GUI" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT")
+  add_executable(${name} ${arg_SOURCES})
+  if(arg_GUI)
+    set(main kestrel_test_main_gui)
+  else()
+    set(main kestrel_test_main)
+  endif()
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} ${main} kestrel_warnings)
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  add_test(NAME ${name} COMMAND ${name} --gtest_shuffle)
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 300)
+  endif()
+  set_tests_properties(
+    ${name}
+    PROPERTIES TIMEOUT ${arg_TIMEOUT}
+               LABELS "${arg_LABELS}"
+               ENVIRONMENT
+               "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=1;${arg_ENVIRONMENT}")
+endfunction()
