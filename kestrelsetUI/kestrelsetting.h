@@ -19,8 +19,8 @@ class Ui_KestrelSetting;
 
 /// The scan-settings dialog. Hosts use it through kestrelsettingui.h.
 ///
-/// One object per scanner or several in turn; everything runs on the GUI thread. The SANE handle is the
-/// host's. Slots named on_<object>_<signal> are connected by name to the controls of the form.
+/// One object per scanner or several in turn; everything runs on the GUI thread. The SANE handle is
+/// the host's. Slots named on_<object>_<signal> are connected by name to the controls of the form.
 class Q_DECL_EXPORT KestrelSettingUI : public QDialog
 {
     Q_OBJECT

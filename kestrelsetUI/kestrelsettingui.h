@@ -1,13 +1,13 @@
 /// @file
 /// What a host program includes: the scan-settings dialog for document scanners.
 ///
-/// The life of a dialog in a host: creatKestrelSetUI() once, initKestrelSetUI() when a scanner has been
-/// opened, showWindow() as often as the user asks for it, setAllParamBySettingUI() before each scan,
-/// then the getters, and `delete static_cast<QDialog*>(ui)` in the end.
+/// The life of a dialog in a host: creatKestrelSetUI() once, initKestrelSetUI() when a scanner has
+/// been opened, showWindow() as often as the user asks for it, setAllParamBySettingUI() before each
+/// scan, then the getters, and `delete static_cast<QDialog*>(ui)` in the end.
 ///
-/// Every function must be called from the thread that runs the QApplication. None of them throws, none
-/// checks @p ui for null, none takes ownership of what it is given. The names, odd spellings included,
-/// and the C++ symbol names are the interface.
+/// Every function must be called from the thread that runs the QApplication. None of them throws,
+/// none checks @p ui for null, none takes ownership of what it is given. The names, odd spellings
+/// included, and the C++ symbol names are the interface.
 #pragma once
 
 #include <QString>
@@ -17,14 +17,15 @@
 /// The host's description of the scanner it has opened; little-endian, no padding.
 struct ScannerIdentity
 {
-    std::uint32_t vid;  ///< USB vendor id
-    std::uint32_t pid;  ///< USB product id
-    char name[128];     ///< base name of the device, UTF-8, NUL-terminated: names the settings file
-    char backend[128];  ///< name of the SANE backend, NUL-terminated, for example "kestrel_adv"
+    std::uint32_t vid; ///< USB vendor id
+    std::uint32_t pid; ///< USB product id
+    char name[128];    ///< base name of the device, UTF-8, NUL-terminated: names the settings file
+    char backend[128]; ///< name of the SANE backend, NUL-terminated, for example "kestrel_adv"
 };
 static_assert(sizeof(ScannerIdentity) == 264, "the record is shared with hosts as raw memory");
 
-/// Model names of the scanners made for this dialog; kestrel_model_product_ids has the matching row.
+/// Model names of the scanners made for this dialog; kestrel_model_product_ids has the matching
+/// row.
 extern Q_DECL_EXPORT const char* const kestrel_model_names[3];
 /// USB product ids of these models as lower-case hexadecimal text.
 extern Q_DECL_EXPORT const char* const kestrel_model_product_ids[3];
@@ -34,8 +35,8 @@ extern Q_DECL_EXPORT const char* const kestrel_model_product_ids[3];
 /// @return the dialog, a QDialog owned by @p parent or, without one, by the caller
 Q_DECL_EXPORT void* creatKestrelSetUI(void* parent);
 
-/// Binds the dialog to an open scanner: finds its options, opens its settings file and loads what was
-/// confirmed last. May be called again, for the same scanner or another one.
+/// Binds the dialog to an open scanner: finds its options, opens its settings file and loads what
+/// was confirmed last. May be called again, for the same scanner or another one.
 /// @param ui the dialog
 /// @param sane_handle the SANE_Handle of the open device; with null the call does nothing. It stays
 ///        the host's and must stay open while the dialog is bound to it
@@ -59,8 +60,8 @@ Q_DECL_EXPORT int showWindow(void* ui);
 /// @param ui the dialog
 Q_DECL_EXPORT void setAllParamBySettingUI(void* ui);
 
-/// Selects the user template that belongs to a button of the scanner: the one named "button" and the
-/// number.
+/// Selects the user template that belongs to a button of the scanner: the one named "button" and
+/// the number.
 /// @param ui the dialog
 /// @param index the number of the button
 /// @return 1 when there is such a template and it was loaded, else 0
@@ -110,5 +111,6 @@ Q_DECL_EXPORT QString outGetStr(QString s);
 /// @param rgb rows of 3 x @p width bytes without padding, @p height of them
 /// @param width pixels a row
 /// @param height rows
-/// @return 4 x @p width x @p height bytes to be released with free(), or null when there is no memory
+/// @return 4 x @p width x @p height bytes to be released with free(), or null when there is no
+/// memory
 Q_DECL_EXPORT unsigned char* RGB24TO32(unsigned char* rgb, int width, int height);
