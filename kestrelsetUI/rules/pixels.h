@@ -1,0 +1,73 @@
+/// @file
+/// What happens to the bytes of a frame on their way to the preview, on plain memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kestrel {
+
+/// How a frame from the scanner holds its pixels.
+enum class PixelLayout
+{
+    Rgb24,    ///< three bytes a pixel: red, green, blue
+    Gray8,    ///< one byte a pixel, 255 is white
+    Bilevel1, ///< one bit a pixel, first pixel in the highest bit, 1 is black
+};
+
+/// The shape of a frame.
+struct FrameShape
+{
+    int width = 0;        ///< pixels a row
+    int height = 0;       ///< rows
+    int bytesPerLine = 0; ///< from one row to the next, padding included
+    PixelLayout layout = PixelLayout::Rgb24;
+};
+
+/// Frames that would take more than this as packed RGB are refused: 1 GiB.
+constexpr std::size_t maximumFrameBytes = std::size_t{1} << 30U;
+
+/// @return width x height x bytesPerPixel, or nothing when a factor is not above 0 or the product
+/// is
+///         beyond what memory can be asked for
+std::optional<std::size_t> pixelBytes(int width, int height, std::size_t bytesPerPixel);
+
+/// Converts packed 24-bit RGB to pixels of the bytes B, G, R, 0. The last row is left unconverted.
+/// @param rgb rows of 3 x @p width bytes; only read when @p height is 2 or more
+/// @return 4 x @p width x @p height bytes to be released with free(); null when there is no memory
+/// or
+///         the size is not above 0
+unsigned char* rgb24To32(const unsigned char* rgb, int width, int height);
+
+/// Brings a frame into packed 24-bit RGB: drops the padding, widens gray and bilevel.
+/// @param bytes what has arrived; bytes missing at the end count as 0. Handed through when nothing
+///        needs to be done
+/// @return 3 x width x height bytes, empty when the shape makes no picture: a size not above 0,
+/// rows
+///         shorter than their pixels, or more than maximumFrameBytes
+std::vector<unsigned char> packedRgb24(std::vector<unsigned char> bytes, const FrameShape& shape);
+
+/// Nearest-neighbour scaling of a part of a picture: what a picture of @p width x @p height, scaled
+/// to
+/// @p fullWidth x @p fullHeight, shows from (@p left, @p top) on.
+/// @param from pixels of the picture, rows @p fromStride pixels apart
+/// @param to pixels of the part, rows @p toStride pixels apart, @p partWidth x @p partHeight of
+/// them,
+///        all within the scaled picture
+struct ScaledPart
+{
+    int width;
+    int height;
+    std::int64_t fullWidth;
+    std::int64_t fullHeight;
+    std::int64_t left;
+    std::int64_t top;
+    int partWidth;
+    int partHeight;
+};
+void scaleNearest(const std::uint32_t* from, std::size_t fromStride, std::uint32_t* to,
+                  std::size_t toStride, const ScaledPart& part);
+
+} // namespace kestrel

@@ -1,0 +1,139 @@
+/// @file
+/// The preview picture with the selection on it.
+#pragma once
+
+#include "rules/selection.h"
+
+#include <QBrush>
+#include <QImage>
+#include <QPainter>
+#include <QWidget>
+
+/// Shows the preview and lets the user draw, move and stretch one selection on it, with the mouse
+/// or, while it has the focus, with the keyboard: arrows move by one pixel, Shift and arrows move
+/// the right and bottom edge, Escape clears.
+///
+/// Lengths are pixels of the widget unless said otherwise; "standard" is pixels per 20 mm.
+class Q_DECL_EXPORT PreviewBoxUI : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PreviewBoxUI(QWidget* parent = nullptr);
+    ~PreviewBoxUI() override;
+    PreviewBoxUI(const PreviewBoxUI&) = delete;
+    PreviewBoxUI& operator=(const PreviewBoxUI&) = delete;
+
+    // Picture
+
+    /// Shows a copy of @p img, fitted to the height of the paper. The rotation goes back to 0.
+    /// @return false for a null image, which leaves the picture as it was
+    bool setImage(QImage& img);
+    /// Shows the picture with these adjustments, without keeping them.
+    /// @param brightness added to each channel
+    /// @param contrast 1 to 99 spread, 100 black or white, others in proportion
+    void setimage_pix(int brightness, int contrast);
+    /// Keeps the brightness and shows it with the contrast that is kept.
+    void setBrightness(int brightness);
+    /// Keeps the contrast and shows it with the brightness that is kept.
+    void AdjustContrast(int contrast);
+    /// Keeps the flag and repaints; nothing else depends on it.
+    void setRipewhiteEnable(int enable);
+    /// Enlarges by 0.1, staying below 3.
+    void zoomout();
+    /// Reduces by 0.1, staying above 0.
+    void zoomin();
+    /// Sets the scale to (step + 1) quarters, between 0.01 and 100.
+    void setScale(int step);
+    /// Keeps the rotation; a zoomed widget takes the size of the turned picture.
+    /// @param degrees 0, 90, 180 or 270
+    void setRotate(int degrees);
+    /// @return degrees
+    int getRotate() const;
+    /// Back to the fitted mode, when there is a picture.
+    void setautosize();
+    /// Paints the picture over with grey; the next adjustment brings it back.
+    void clearpaint();
+    void setBackground(QBrush brush);
+    /// Does nothing.
+    void save_image(char* path, int format, unsigned int quality);
+    /// @param newMode 0 fitted, 1 zoomed, 2 kept; others only repaint
+    void setMode(int newMode);
+    /// Sets the scale of the next picture and of every conversion from millimetres.
+    /// @param maxHeight height of the paper in millimetres
+    /// @param newStandard pixels per 20 mm; 0 while no scanner is bound
+    void setMaxHeightAndStandrad(float maxHeight, int newStandard);
+
+    // Selection
+
+    QRect getRect(const QPoint& a, const QPoint& b) const;
+    bool isPressPointInSelectRect(QPoint point) const;
+    preView::DTAG_STATUS getStrethRectState(QPoint point) const;
+    /// NoHandle leaves the pointer as it is.
+    void setStretchCursorStyle(preView::DTAG_STATUS status);
+    QPoint getMovePoint() const;
+    QRect getMoveRect();
+    QRect getStretchRect();
+    /// @return the selection; takes over a move or stretch that has ended. Without one 100 x 200
+    QRect getSelectRect();
+    /// Clears the selection and announces a null rectangle.
+    void cancelManualRectSet();
+    /// Places the selection, unless the user is dragging. Nothing is announced. All in millimetres;
+    /// a width and height of 0 are ignored.
+    void setRect(double x, double y, double w, double h);
+    /// Moves the selection so that its first corner comes to this point, in millimetres.
+    void setMoveRect(double x, double y);
+    /// Gives the selection this size from its first corner on, in millimetres.
+    void setSelectedRect(double w, double h);
+
+signals:
+    /// @param rect the selection, null when it was cleared
+    /// @param standard pixels per 20 mm
+    void selected(QRect rect, int standard);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+    // Protected so that tests can look at it through a subclass.
+    QImage source; ///< the picture as delivered, 32 bits; null until there is one
+    QImage shown;  ///< what is painted, before scaling
+    QBrush background;
+    double scale = 0; ///< pixels shown per pixel of the picture
+    int mode = 0;     ///< 0 fitted, 1 zoomed, 2 kept
+    int rotation = 0; ///< degrees
+    int brightness = 0;
+    int contrast = 0;
+    int ripeWhite = 0;
+    float maximumHeight = 0; ///< mm
+    int standard = 0;        ///< pixels per 20 mm
+    kestrel::Selection selection;
+
+private:
+    void pictureChanged();
+    void showAdjusted(int addedBrightness, int addedContrast);
+    void buildShown(const QImage& picture, bool resample);
+    void zoomTo(double newScale);
+    void setScaledSize(bool turned);
+    QSize scaledSize() const;
+    void drawPicture(const QRect& exposed);
+    void drawSelection();
+    void drawKeyboardFocus();
+    void follow(const kestrel::Selection::Reaction& reaction);
+
+    QPainter painter;
+    QImage scaledPart; ///< the part of the scaled picture that is on screen, kept between frames
+    QRect scaledPartWindow;  ///< where it lies, in pixels of the screen; null when out of date
+    double shownRatio = 1.0; ///< the device pixel ratio that `shown` was made for
+    int shownBrightness = 0; ///< the adjustments that `shown` was made with
+    int shownContrast = 0;
+    bool cleared = true; ///< `shown` is one colour and not made from the picture
+    bool keyboardFocus =
+        false; ///< the focus came by the keyboard, so the user has to see where it is
+};
