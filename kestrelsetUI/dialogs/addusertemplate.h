@@ -1,0 +1,41 @@
+/// @file
+/// The dialog that asks for the name of a user template.
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+#include <memory>
+
+class Ui_AddUserTemplate;
+
+/// Lets only names through that can be an INI group and an entry of a ";"-separated list. Read the
+/// result with getTemplateName() after exec(): an empty name means that the user cancelled.
+class Q_DECL_EXPORT AddUserTemplate : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @param parent owns the dialog; may be null.
+    explicit AddUserTemplate(QWidget* parent = nullptr);
+    ~AddUserTemplate() override;
+    AddUserTemplate(const AddUserTemplate&) = delete;
+    AddUserTemplate& operator=(const AddUserTemplate&) = delete;
+
+    /// @return the text of the line edit, as typed: spaces around it belong to the name.
+    QString getTemplateName();
+    void clearLineEdit();
+    /// Offers @p text as the name, for instance the old one when renaming.
+    void setLineEdit(QString text);
+    /// Gives the line edit the focus and selects all its text.
+    void setLineEditFocus();
+
+public slots:
+    void on_pushButton_clicked();
+    void on_pushButton_2_clicked();
+    /// Escape and the close box are the Cancel button: no name gets out.
+    void reject() override;
+
+private:
+    std::unique_ptr<Ui_AddUserTemplate> ui;
+};

@@ -1,0 +1,47 @@
+/// @file
+/// The dialog that defines, changes or removes the one custom resolution.
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+#include <memory>
+
+class Ui_CustomResolution;
+
+/// Answers with the signal getCustomResolution(); cancelling sends nothing.
+class Q_DECL_EXPORT CustomResolution : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @param parent the main dialog; owns this one. May be null.
+    explicit CustomResolution(QWidget* parent = nullptr);
+    ~CustomResolution() override;
+    CustomResolution(const CustomResolution&) = delete;
+    CustomResolution& operator=(const CustomResolution&) = delete;
+
+    /// Prepares the dialog for the next exec().
+    /// @param text the present custom entry, for example "custom-250"; empty when there is none.
+    void setCustomResolution(QString text);
+
+    /// @param maximum the scanner's highest resolution, in dpi. The lowest one offered is always 72
+    /// dpi.
+    void setResolutionRange(int maximum);
+
+signals:
+    /// @param text the new entry, for example "custom-320"; empty when the entry is to be removed.
+    void getCustomResolution(QString text);
+
+public slots:
+    void on_add_clicked();
+    void on_modify_clicked();
+    void on_remove_clicked();
+    void on_cancel_clicked();
+
+private:
+    void answer(const QString& text);
+
+    std::unique_ptr<Ui_CustomResolution> ui;
+    QString custom_text;
+};

@@ -1,0 +1,200 @@
+#include "dialogs/edittemplate.h"
+
+#include "dialogs/addusertemplate.h"
+#include "settings/settings_table.h"
+#include "settings/template_list.h"
+#include "ui_edittemplate.h"
+
+#include <QCloseEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QSettings>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr QLatin1String listGroup("UserTemplates");
+constexpr QLatin1String listKey("usertemplate");
+constexpr QLatin1String indexKey("usertemplate_index");
+constexpr QLatin1String presetKey("preset_template_num");
+
+// The first entry of every list: the working configuration.
+QString workingEntry()
+{
+    return QStringLiteral("自订");
+}
+
+} // namespace
+
+EditTemplate::EditTemplate(QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui_EditTemplate>()),
+      settings(kestrel::openSettings(QString()))
+{
+    ui->setupUi(this);
+    setFixedSize(size());
+    name_dialog = new AddUserTemplate(this);
+}
+
+EditTemplate::~EditTemplate() = default;
+
+void EditTemplate::setPathINI(QString path)
+{
+    settings = kestrel::openSettings(path);
+    settings->beginGroup(listGroup);
+    const QString presets = settings->value(presetKey).toString();
+    const QStringList names = kestrel::splitTemplateList(settings->value(listKey).toString());
+    settings->endGroup();
+
+    if (!presets.isEmpty()) {
+        // A file may say anything; no entry stands below 0.
+        preset_count = std::max(presets.toInt(), 0);
+    }
+    ui->usertemplate->clear();
+    ui->usertemplate->addItems(names.isEmpty() ? QStringList(workingEntry()) : names);
+}
+
+void EditTemplate::on_template_add_clicked()
+{
+    name_dialog->clearLineEdit();
+    if (!askName()) {
+        return;
+    }
+    const QString name = name_dialog->getTemplateName();
+    if (ui->usertemplate->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0) {
+        QMessageBox::critical(nullptr, tr("提示"), tr("已存在当前模板"));
+        return;
+    }
+    ui->usertemplate->addItem(name);
+    emit addUserTemplate(name);
+
+    settings->beginGroup(listGroup);
+    const QString stored = settings->value(listKey).toString();
+    settings->setValue(listKey,
+                       stored.isEmpty() ? listText() : kestrel::appendTemplate(stored, name));
+    settings->endGroup();
+    kestrel::saveSettings(*settings);
+}
+
+void EditTemplate::on_template_remove_clicked()
+{
+    const int index = ui->usertemplate->currentIndex();
+    if (index < preset_count) {
+        return;
+    }
+    removeGroup(ui->usertemplate->currentText());
+    ui->usertemplate->setCurrentIndex(0);
+    ui->usertemplate->removeItem(index);
+
+    settings->beginGroup(listGroup);
+    settings->setValue(listKey, listText());
+    settings->setValue(indexKey, QStringLiteral("0"));
+    settings->endGroup();
+    kestrel::saveSettings(*settings);
+    changed = true;
+}
+
+void EditTemplate::on_template_rename_clicked()
+{
+    const int index = ui->usertemplate->currentIndex();
+    if (index < preset_count) {
+        return;
+    }
+    const QString oldName = ui->usertemplate->currentText();
+    name_dialog->setLineEdit(oldName);
+    if (!askName()) {
+        return;
+    }
+    const QString newName = name_dialog->getTemplateName();
+    ui->usertemplate->setItemText(index, newName);
+    // Renaming to the same name therefore leaves an entry without a group.
+    renameUserTemplate(oldName, newName);
+    removeGroup(oldName);
+
+    settings->beginGroup(listGroup);
+    settings->setValue(listKey, listText());
+    settings->endGroup();
+    kestrel::saveSettings(*settings);
+    changed = true;
+}
+
+void EditTemplate::on_template_reset_clicked()
+{
+    if (ui->usertemplate->count() == preset_count) {
+        return;
+    }
+    for (int index = ui->usertemplate->count() - 1; index >= preset_count; --index) {
+        removeGroup(ui->usertemplate->itemText(index));
+        ui->usertemplate->removeItem(index);
+    }
+    settings->beginGroup(listGroup);
+    // "自订" alone, however many presets the file counts.
+    settings->setValue(listKey, workingEntry());
+    settings->endGroup();
+    kestrel::saveSettings(*settings);
+    changed = true;
+}
+
+void EditTemplate::on_template_reset_2_clicked()
+{
+    close();
+}
+
+void EditTemplate::reject()
+{
+    close();
+}
+
+void EditTemplate::closeEvent(QCloseEvent* event)
+{
+    emit resetCurrentUserTemplate(std::exchange(changed, false));
+    event->accept();
+}
+
+void EditTemplate::renameUserTemplate(QString from, QString to)
+{
+    const std::vector<QString> keys = kestrel::renamedKeys();
+    std::vector<QString> texts;
+    texts.reserve(keys.size());
+    settings->beginGroup(kestrel::groupName(from));
+    for (const QString& key : keys) {
+        texts.push_back(settings->value(key).toString());
+    }
+    settings->endGroup();
+    settings->beginGroup(kestrel::groupName(to));
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        settings->setValue(keys[i], texts[i]);
+    }
+    settings->endGroup();
+}
+
+// False when the user cancelled, or when the host took the dialogs away meanwhile.
+bool EditTemplate::askName()
+{
+    const QPointer<EditTemplate> self(this);
+    name_dialog->setLineEditFocus();
+    name_dialog->exec();
+    return self && !name_dialog->getTemplateName().isEmpty();
+}
+
+QString EditTemplate::listText() const
+{
+    QStringList names;
+    for (int index = 0; index < ui->usertemplate->count(); ++index) {
+        names.append(ui->usertemplate->itemText(index));
+    }
+    return kestrel::joinTemplateList(names);
+}
+
+void EditTemplate::removeGroup(const QString& templateName)
+{
+    // The group without a name would be the whole file.
+    if (templateName.isEmpty()) {
+        return;
+    }
+    settings->beginGroup(kestrel::groupName(templateName));
+    settings->remove(QString());
+    settings->endGroup();
+}

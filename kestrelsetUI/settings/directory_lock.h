@@ -1,0 +1,33 @@
+/// @file
+/// One writer at a time in a directory of settings files.
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+
+namespace kestrel {
+
+/// Holds the advisory lock of a directory for its own lifetime. The lock lies on the directory
+/// itself: it leaves no file behind, and it ends with the process however that ends.
+class DirectoryLock
+{
+public:
+    /// @param directory path of an existing directory.
+    /// @param patience how long to wait for another holder; zero tries once.
+    DirectoryLock(const QString& directory, std::chrono::milliseconds patience);
+    ~DirectoryLock();
+    DirectoryLock(const DirectoryLock&) = delete;
+    DirectoryLock& operator=(const DirectoryLock&) = delete;
+
+    /// @return false if somebody else kept the lock for all of the patience, or there is no such
+    /// directory. A file system without such locks counts as locked: its single user is not to be
+    /// kept from saving.
+    bool isHeld() const noexcept { return held; }
+
+private:
+    int descriptor = -1;
+    bool held = false;
+};
+
+} // namespace kestrel

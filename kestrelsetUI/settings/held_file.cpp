@@ -1,0 +1,122 @@
+#include "settings/held_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace kestrel {
+
+namespace {
+
+QByteArray realName(const QString& path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return QFile::encodeName(canonical.isEmpty() ? path : canonical);
+}
+
+QByteArray holdName(const QByteArray& file)
+{
+    return file + ".hold";
+}
+
+bool sameFile(const struct stat& a, const struct stat& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool holdByName(const QByteArray& file, const QByteArray& hold)
+{
+    if (::link(file.constData(), hold.constData()) == 0) {
+        return true;
+    }
+    // A file system without hard links, or somebody else's file: a whole copy serves as well.
+    if (errno == EPERM || errno == EOPNOTSUPP || errno == EMLINK || errno == ENOSYS) {
+        const QString from = QFile::decodeName(file);
+        const QString to = QFile::decodeName(hold);
+        if (QFile::copy(from, to) && QFileInfo(from).size() == QFileInfo(to).size()) {
+            return true;
+        }
+        ::unlink(hold.constData());
+    }
+    return false;
+}
+
+bool isCut(const QByteArray& name)
+{
+    QFile file(QFile::decodeName(name));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    return file.size() == 0 || !file.seek(file.size() - 1) || file.read(1) != "\n";
+}
+
+} // namespace
+
+HeldFile::HeldFile(const QString& path) : file(realName(path)), hold(holdName(file))
+{
+    existed = ::stat(file.constData(), &before) == 0;
+    safe = !existed || holdByName(file, hold);
+    if (existed && safe) {
+        // The second name has changed the file's times and count.
+        safe = ::stat(file.constData(), &before) == 0;
+    }
+}
+
+HeldFile::~HeldFile()
+{
+    if (existed && safe) {
+        ::unlink(hold.constData());
+    }
+}
+
+bool HeldFile::isUnchanged() const
+{
+    struct stat now
+    {
+    };
+    if (::stat(file.constData(), &now) != 0) {
+        return !existed;
+    }
+    return existed && sameFile(before, now) && before.st_size == now.st_size &&
+           before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
+           before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
+}
+
+bool HeldFile::restore()
+{
+    if (isUnchanged()) {
+        return false;
+    }
+    if (!existed) {
+        return ::unlink(file.constData()) == 0;
+    }
+    return ::rename(hold.constData(), file.constData()) == 0;
+}
+
+void HeldFile::recover(const QString& path)
+{
+    const QByteArray file = realName(path);
+    const QByteArray hold = holdName(file);
+    struct stat held
+    {
+    };
+    if (::lstat(hold.constData(), &held) != 0 || !S_ISREG(held.st_mode)) {
+        return;
+    }
+    struct stat now
+    {
+    };
+    const bool comesBack = ::stat(file.constData(), &now) == 0 && S_ISREG(now.st_mode) &&
+                           !sameFile(now, held) && held.st_size > 0 && isCut(file);
+    if (comesBack) {
+        ::rename(hold.constData(), file.constData());
+    } else {
+        ::unlink(hold.constData());
+    }
+}
+
+} // namespace kestrel

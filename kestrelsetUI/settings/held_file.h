@@ -1,0 +1,47 @@
+/// @file
+/// The old settings file, kept while the new one is written.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/stat.h>
+
+namespace kestrel {
+
+/// Holds a file by a second name, "FILE.hold", for its own lifetime. To be used by one process at a
+/// time (see DirectoryLock).
+class HeldFile
+{
+public:
+    /// @param path the file; may be missing, and may be a link to the file.
+    explicit HeldFile(const QString& path);
+    ~HeldFile();
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+    /// @return false if the file could not be held: then it must not be written, either.
+    bool isSafe() const noexcept { return safe; }
+
+    /// @return whether the file is still the one that is held, untouched.
+    bool isUnchanged() const;
+
+    /// Puts the held file back; a file that was missing at first is removed.
+    /// @return false if nothing had to be put back.
+    bool restore();
+
+    /// Settles what a process left behind that was killed while it held @p path: the held file
+    /// comes back if the other is empty or cut.
+    static void recover(const QString& path);
+
+private:
+    QByteArray file;
+    QByteArray hold;
+    struct stat before
+    {
+    };
+    bool existed = false;
+    bool safe = false;
+};
+
+} // namespace kestrel

@@ -1,0 +1,332 @@
+#include "settings/ini_scanner.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace kestrel {
+
+namespace {
+
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+
+/// A stretch of the file.
+struct Span
+{
+    const char* begin;
+    const char* end;
+};
+
+struct Line
+{
+    Span text;
+    const char* equals; ///< the "=" between key and value, or nullptr
+};
+
+bool isSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
+
+bool isLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+/// Cuts the file into lines: quotes may hold line ends, a backslash hides the character behind it,
+/// and a semicolon outside quotes begins a comment.
+class LineReader
+{
+public:
+    explicit LineReader(const QByteArray& data)
+        : at(data.constData() + (data.startsWith(byteOrderMark) ? strlen(byteOrderMark) : 0)),
+          end(data.constData() + data.size())
+    {
+    }
+
+    bool next(Line& line)
+    {
+        skipSpaces();
+        while (at < end && *at == ';') {
+            while (at < end && !isLineEnd(*at)) {
+                ++at;
+            }
+            skipSpaces();
+        }
+        line = {{at, at}, nullptr};
+        bool inQuotes = false;
+        for (; at < end; ++at) {
+            if (*at == '"') {
+                inQuotes = !inQuotes;
+            } else if (*at == '\\') {
+                skipEscape();
+            } else if (!inQuotes && (isLineEnd(*at) || *at == ';')) {
+                break;
+            } else if (!inQuotes && *at == '=' && line.equals == nullptr) {
+                line.equals = at;
+            }
+        }
+        line.text.end = at;
+        return line.text.begin < line.text.end;
+    }
+
+private:
+    void skipSpaces()
+    {
+        while (at < end && isSpace(*at)) {
+            ++at;
+        }
+    }
+
+    // Leaves the position on the last character that belongs to the backslash.
+    void skipEscape()
+    {
+        if (++at >= end) {
+            at = end - 1;
+            return;
+        }
+        if (at + 1 < end && isLineEnd(*at) && isLineEnd(at[1]) && *at != at[1]) {
+            ++at;
+        }
+    }
+
+    const char* at;
+    const char* end;
+};
+
+int digitValue(char c, int base)
+{
+    int value = -1;
+    if (c >= '0' && c <= '9') {
+        value = c - '0';
+    } else if (c >= 'a' && c <= 'f') {
+        value = c - 'a' + 10;
+    } else if (c >= 'A' && c <= 'F') {
+        value = c - 'A' + 10;
+    }
+    return value < base ? value : -1;
+}
+
+/// Takes one value apart into its elements.
+class ValueReader
+{
+public:
+    explicit ValueReader(Span text) : at(text.begin), end(text.end) {}
+
+    QStringList elements()
+    {
+        skipBlanks();
+        while (at < end) {
+            const char c = *at++;
+            if (c == '\\') {
+                readEscape();
+            } else if (c == '"') {
+                quoted = true;
+                inQuotes = !inQuotes;
+                if (!inQuotes) {
+                    skipBlanks();
+                }
+            } else if (c == ',' && !inQuotes) {
+                finishElement();
+                skipBlanks();
+            } else {
+                element += QLatin1Char(c);
+            }
+        }
+        finishElement();
+        return result;
+    }
+
+private:
+    void skipBlanks()
+    {
+        while (at < end && (*at == ' ' || *at == '\t')) {
+            ++at;
+        }
+    }
+
+    void finishElement()
+    {
+        while (!quoted && element.size() > keep &&
+               (element.endsWith(QLatin1Char(' ')) || element.endsWith(QLatin1Char('\t')))) {
+            element.chop(1);
+        }
+        result.append(element);
+        element.clear();
+        keep = 0;
+        quoted = false;
+    }
+
+    void readEscape()
+    {
+        if (at >= end) {
+            return;
+        }
+        static constexpr char names[] = "abfnrtv\"?'\\";
+        static constexpr char meanings[] = "\a\b\f\n\r\t\v\"?'\\";
+        const char c = *at++;
+        if (const char* const known = c == '\0' ? nullptr : std::strchr(names, c)) {
+            element += QLatin1Char(meanings[known - names]);
+        } else if (c == 'x') {
+            if (at < end && digitValue(*at, 16) >= 0) {
+                readNumber(16);
+            }
+        } else if (digitValue(c, 8) >= 0) {
+            --at;
+            readNumber(8);
+        } else if (isLineEnd(c) && at < end && isLineEnd(*at) && *at != c) {
+            ++at;
+        }
+        keep = element.size();
+    }
+
+    // As many digits as there are; the low 16 bits of the number are the character.
+    void readNumber(int base)
+    {
+        std::uint32_t number = 0;
+        for (int digit = 0; at < end && (digit = digitValue(*at, base)) >= 0; ++at) {
+            number = number * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(digit);
+        }
+        element += QChar(static_cast<ushort>(number & 0xFFFFU));
+    }
+
+    const char* at;
+    const char* end;
+    QStringList result;
+    QString element;
+    int keep = 0; ///< trailing blanks up to here came from escapes and stay
+    bool quoted = false;
+    bool inQuotes = false;
+};
+
+QString unescapeKey(Span text)
+{
+    QString result;
+    for (const char* at = text.begin; at < text.end; ++at) {
+        if (*at == '\\') {
+            result += QLatin1Char('/');
+            continue;
+        }
+        const bool isLong = *at == '%' && at + 1 < text.end && at[1] == 'U';
+        const char* const digits = at + (isLong ? 2 : 1);
+        const int count = isLong ? 4 : 2;
+        if (*at == '%' && text.end - digits >= count) {
+            bool ok = false;
+            const ushort code = QByteArray(digits, count).toUShort(&ok, 16);
+            if (ok) {
+                result += QChar(code);
+                at = digits + count - 1;
+                continue;
+            }
+        }
+        result += QLatin1Char(*at);
+    }
+    return result;
+}
+
+Span trimmed(Span text)
+{
+    while (text.begin < text.end && isSpace(*text.begin)) {
+        ++text.begin;
+    }
+    while (text.begin < text.end && isSpace(text.end[-1])) {
+        --text.end;
+    }
+    return text;
+}
+
+/// The prefix of the keys that follow the line "[...]".
+QString groupPrefix(Span line)
+{
+    const auto length = static_cast<std::size_t>(line.end - line.begin);
+    const void* const bracket = std::memchr(line.begin, ']', length);
+    const Span name = trimmed(
+        {line.begin + 1, bracket != nullptr ? static_cast<const char*>(bracket) : line.end});
+    const QByteArray raw(name.begin, static_cast<int>(name.end - name.begin));
+    if (raw.compare("general", Qt::CaseInsensitive) == 0) {
+        return {};
+    }
+    if (raw.compare("%general", Qt::CaseInsensitive) == 0) {
+        return QString::fromLatin1(raw.mid(1)) + QLatin1Char('/');
+    }
+    return unescapeKey(name) + QLatin1Char('/');
+}
+
+// Cheap test for what can become an "@": nearly all files have none.
+bool mayHoldAtSign(const QByteArray& data)
+{
+    if (data.contains('@')) {
+        return true;
+    }
+    for (int i = data.indexOf('\\'); i >= 0; i = data.indexOf('\\', i + 1)) {
+        const char next = i + 1 < data.size() ? data.at(i + 1) : '\0';
+        const int base = next == 'x' ? 16 : 8;
+        std::uint32_t number = 0;
+        int digit = 0;
+        for (int j = i + (next == 'x' ? 2 : 1);
+             j < data.size() && (digit = digitValue(data.at(j), base)) >= 0; ++j) {
+            number = number * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(digit);
+        }
+        if ((number & 0xFFFFU) == '@') {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool holdsAny(Span text, const char* characters)
+{
+    return std::find_first_of(text.begin, text.end, characters,
+                              characters + std::strlen(characters)) != text.end;
+}
+
+} // namespace
+
+bool holdsSerializedObject(const QByteArray& data)
+{
+    return holdsValueStartingWith(data, "@Variant(") || holdsValueStartingWith(data, "@DateTime(");
+}
+
+bool holdsValueStartingWith(const QByteArray& data, const QByteArray& marker)
+{
+    if (!mayHoldAtSign(data)) {
+        return false;
+    }
+    const auto begins = [&marker](const QString& element) {
+        return element.startsWith(QLatin1String(marker));
+    };
+    LineReader reader(data);
+    Line line{};
+    while (reader.next(line)) {
+        if (line.equals == nullptr) {
+            continue;
+        }
+        const Span value{line.equals + 1, line.text.end};
+        if (holdsAny(value, "@\\")) {
+            const QStringList elements = ValueReader(value).elements();
+            if (std::any_of(elements.cbegin(), elements.cend(), begins)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+QHash<QString, QStringList> readIniEntries(const QByteArray& data)
+{
+    QHash<QString, QStringList> entries;
+    QString prefix;
+    LineReader reader(data);
+    Line line{};
+    while (reader.next(line)) {
+        if (*line.text.begin == '[') {
+            prefix = groupPrefix(line.text);
+        } else if (line.equals != nullptr) {
+            entries.insert(prefix + unescapeKey(trimmed({line.text.begin, line.equals})),
+                           ValueReader({line.equals + 1, line.text.end}).elements());
+        }
+    }
+    return entries;
+}
+
+} // namespace kestrel

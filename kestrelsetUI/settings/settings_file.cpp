@@ -1,0 +1,251 @@
+#include "settings/settings_file.h"
+
+#include "settings/directory_lock.h"
+#include "settings/held_file.h"
+#include "settings/ini_scanner.h"
+#include "settings/settings_inspection.h"
+
+#include <QAtomicInt>
+#include <QCoreApplication>
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QLockFile>
+
+#include <chrono>
+
+namespace kestrel {
+
+namespace {
+
+constexpr std::chrono::milliseconds savePatience{5000};
+
+// No file can ever stand below a device, and none can be created there.
+const char memoryPrefix[] = "/dev/null/";
+
+/// Saves checked where the toolkit, on its own, would write unchecked.
+class SettingsFile : public QSettings
+{
+public:
+    explicit SettingsFile(const QString& path) : QSettings(path, QSettings::IniFormat) {}
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::UpdateRequest) {
+            saveSettings(*this);
+            return true;
+        }
+        return QSettings::event(event);
+    }
+};
+
+bool isInMemory(const QSettings& settings)
+{
+    return settings.fileName().startsWith(QLatin1String(memoryPrefix));
+}
+
+SettingsHandle openInMemory(const QString& path)
+{
+    static QAtomicInt unnamed;
+    const QString name =
+        path.isEmpty() ? QString::number(unnamed.fetchAndAddRelaxed(1)) : path.mid(1);
+    return SettingsHandle(new SettingsFile(QLatin1String(memoryPrefix) + name));
+}
+
+// Clears the way for the toolkit's reader.
+bool isSafeToRead(const QString& path, QByteArray* content = nullptr)
+{
+    switch (inspectSettingsFile(path, content)) {
+    case FileState::Missing:
+    case FileState::Sound:
+        return true;
+    case FileState::Refused:
+        return moveAside(path);
+    case FileState::Foreign:
+        break;
+    }
+    return false;
+}
+
+// The toolkit waits for its own lock file without limit, also for one that can never be its.
+bool canLockFile(const QString& path)
+{
+    const QString lockPath = path + QLatin1String(".lock");
+    const QFileInfo inTheWay(lockPath);
+    if (inTheWay.isSymLink() || (inTheWay.exists() && !inTheWay.isFile())) {
+        return false;
+    }
+    QLockFile probe(lockPath);
+    return probe.tryLock(static_cast<int>(savePatience.count()));
+}
+
+using Snapshot = QHash<QString, QVariant>;
+
+Snapshot snapshotOf(const QSettings& settings)
+{
+    Snapshot snapshot;
+    const QStringList keys = settings.allKeys();
+    snapshot.reserve(keys.size());
+    for (const QString& key : keys) {
+        snapshot.insert(key, settings.value(key));
+    }
+    return snapshot;
+}
+
+bool isWrittenAsText(const QVariant& value)
+{
+    switch (static_cast<QMetaType::Type>(value.type())) {
+    case QMetaType::QString:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Bool:
+    case QMetaType::Double:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QString withoutEscape(const QString& text)
+{
+    if (text.startsWith(QLatin1String("@@"))) {
+        return text.mid(1);
+    }
+    const QLatin1String opening("@String(");
+    if (text.startsWith(opening) && text.endsWith(QLatin1Char(')'))) {
+        return text.mid(opening.size(), text.size() - opening.size() - 1);
+    }
+    return text;
+}
+
+// A cut file lacks keys at its end or the end of its last line; a file with holes has other values.
+bool holds(const QByteArray& content, const Snapshot& snapshot)
+{
+    if (snapshot.isEmpty()) {
+        return true;
+    }
+    if (!content.endsWith('\n')) {
+        return false;
+    }
+    const QHash<QString, QStringList> entries = readIniEntries(content);
+    for (auto wanted = snapshot.cbegin(); wanted != snapshot.cend(); ++wanted) {
+        const auto found = entries.constFind(wanted.key());
+        if (found == entries.cend()) {
+            return false;
+        }
+        if (isWrittenAsText(wanted.value()) &&
+            (found->size() != 1 || withoutEscape(found->first()) != wanted->toString())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The toolkit believes that it has written: let it read the old file, then tell it the new values
+// again.
+void putBack(QSettings& settings, const Snapshot& snapshot)
+{
+    settings.sync();
+    const Snapshot old = snapshotOf(settings);
+    for (auto entry = old.cbegin(); entry != old.cend(); ++entry) {
+        if (!snapshot.contains(entry.key())) {
+            settings.remove(entry.key());
+        }
+    }
+    for (auto entry = snapshot.cbegin(); entry != snapshot.cend(); ++entry) {
+        if (old.value(entry.key()) != entry.value()) {
+            settings.setValue(entry.key(), entry.value());
+        }
+    }
+}
+
+bool saveHeld(QSettings& settings, const QString& path)
+{
+    HeldFile held(path);
+    if (!held.isSafe()) {
+        return false;
+    }
+    settings.sync();
+    if (settings.status() == QSettings::NoError && held.isUnchanged()) {
+        return true;
+    }
+    const Snapshot snapshot = snapshotOf(settings);
+    QByteArray content;
+    if (inspectSettingsFile(path, &content) == FileState::Sound && holds(content, snapshot)) {
+        return true;
+    }
+    if (held.restore()) {
+        putBack(settings, snapshot);
+    }
+    return false;
+}
+
+bool saveLocked(QSettings& settings)
+{
+    const QString path = settings.fileName();
+    const QString directory = QFileInfo(path).absolutePath();
+    if (!QDir().mkpath(directory)) {
+        return false;
+    }
+    const DirectoryLock lock(directory, savePatience);
+    if (!lock.isHeld()) {
+        return false;
+    }
+    HeldFile::recover(path);
+    return isSafeToRead(path) && canLockFile(path) && saveHeld(settings, path);
+}
+
+} // namespace
+
+void SettingsCloser::operator()(QSettings* settings) const
+{
+    if (isInMemory(*settings) || saveSettings(*settings)) {
+        delete settings;
+        return;
+    }
+    // The attic is never cleared: see the header.
+    static QObject* const attic = new QObject;
+    settings->setParent(attic);
+}
+
+SettingsHandle openSettings(const QString& path)
+{
+    if (path.isEmpty()) {
+        return openInMemory(path);
+    }
+    const QFileInfo file(path);
+    const QString absolutePath = file.absoluteFilePath();
+    const DirectoryLock lock(file.absolutePath(), std::chrono::milliseconds::zero());
+    if (lock.isHeld()) {
+        HeldFile::recover(absolutePath);
+    }
+    QByteArray content;
+    if (!isSafeToRead(absolutePath, &content)) {
+        return openInMemory(absolutePath);
+    }
+    SettingsHandle settings(new SettingsFile(absolutePath));
+    if (content.startsWith("\xEF\xBB\xBF")) {
+        // Read everything as the UTF-8 it is, but write plain escapes: the mark would not be
+        // written, and without it the next start would read other characters.
+        settings->allKeys();
+        settings->setIniCodec(static_cast<QTextCodec*>(nullptr));
+    }
+    return settings;
+}
+
+bool saveSettings(QSettings& settings)
+{
+    if (isInMemory(settings) || !settings.group().isEmpty()) {
+        return false;
+    }
+    const bool saved = saveLocked(settings);
+    // One try for each call: what could not be written is not tried again with every turn of the
+    // event loop.
+    QCoreApplication::removePostedEvents(&settings, QEvent::UpdateRequest);
+    return saved;
+}
+
+} // namespace kestrel

@@ -1,0 +1,39 @@
+/// @file
+/// Opening and saving the settings file so that nothing in its place hurts the host and nothing
+/// saved is lost.
+#pragma once
+
+#include <QSettings>
+#include <QString>
+
+#include <memory>
+
+namespace kestrel {
+
+/// Closes a settings object without touching a file that has become unsafe or can't be written:
+/// such an object is abandoned, because the toolkit's destructor would read or write once more.
+struct SettingsCloser
+{
+    void operator()(QSettings* settings) const;
+};
+
+using SettingsHandle = std::unique_ptr<QSettings, SettingsCloser>;
+
+/// Opens a settings file in INI format. Objects on the same path share what they hold.
+///
+/// A regular file that is refused (see settings_inspection.h) is moved aside and the object starts
+/// empty. With anything else in the way, or an empty path, the object works in memory and never
+/// touches a file.
+/// @return never null; release() it where the object has to outlive its owner. What is written to
+/// it is saved by saveSettings(), at the latest when the event loop is reached.
+SettingsHandle openSettings(const QString& path);
+
+/// Writes what @p settings holds to its file now, and looks at the bytes on the disk afterwards:
+/// the file is then complete, or it is as it was before. Call it with no group open.
+///
+/// Blocks while another process saves, for a few seconds at most.
+/// @return true if the file holds everything; false if the old file stands, or there is no file to
+/// write. The object keeps its values either way, so that a later call can succeed.
+bool saveSettings(QSettings& settings);
+
+} // namespace kestrel

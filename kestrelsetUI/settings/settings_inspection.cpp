@@ -1,0 +1,103 @@
+#include "settings/settings_inspection.h"
+
+#include "settings/ini_scanner.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kestrel {
+
+namespace {
+
+constexpr int mostFilesAside = 1000;
+
+FileState stateWithoutFile(const QByteArray& name)
+{
+    struct stat link
+    {
+    };
+    const bool isDanglingLink = ::lstat(name.constData(), &link) == 0;
+    return isDanglingLink ? FileState::Foreign : FileState::Missing;
+}
+
+bool readAll(const QByteArray& name, QByteArray& content)
+{
+    // Between the look and the opening a pipe may have taken the place: do not wait for its writer.
+    const int descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return false;
+    }
+    struct stat status
+    {
+    };
+    QFile file;
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
+        !file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
+                   QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return false;
+    }
+    content = file.read(largestSettingsFile + 1);
+    return file.error() == QFileDevice::NoError;
+}
+
+} // namespace
+
+FileState inspectSettingsFile(const QString& path, QByteArray* content)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status
+    {
+    };
+    if (::stat(name.constData(), &status) != 0) {
+        return errno == ENOENT || errno == ENOTDIR ? stateWithoutFile(name) : FileState::Foreign;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return FileState::Foreign;
+    }
+    if (status.st_size > largestSettingsFile) {
+        return FileState::Refused;
+    }
+    QByteArray bytes;
+    if (!readAll(name, bytes)) {
+        return FileState::Foreign;
+    }
+    if (bytes.size() > largestSettingsFile || holdsSerializedObject(bytes)) {
+        return FileState::Refused;
+    }
+    if (content != nullptr) {
+        *content = bytes;
+    }
+    return FileState::Sound;
+}
+
+bool moveAside(const QString& path)
+{
+    const QByteArray from = QFile::encodeName(path);
+    for (int number = 1; number <= mostFilesAside; ++number) {
+        const QByteArray to = from + ".bad-" + QByteArray::number(number);
+        if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) ==
+            0) {
+            return true;
+        }
+        // Some file systems can't promise not to replace.
+        struct stat taken
+        {
+        };
+        if (errno == EINVAL && ::lstat(to.constData(), &taken) != 0) {
+            return ::rename(from.constData(), to.constData()) == 0;
+        }
+        if (errno != EEXIST && errno != EINVAL) {
+            return false;
+        }
+    }
+    return false;
+}
+
+} // namespace kestrel

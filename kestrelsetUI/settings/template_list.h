@@ -1,0 +1,23 @@
+/// @file
+/// The text that holds the names of all templates.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace kestrel {
+
+/// @return the names in @p text in order; empty parts between the separators are no names.
+QStringList splitTemplateList(const QString& text);
+
+/// @return @p names joined with ";", without a separator at either end.
+QString joinTemplateList(const QStringList& names);
+
+/// @return @p text with @p name behind it; what stands in @p text stays as it is.
+QString appendTemplate(const QString& text, const QString& name);
+
+/// The group of the settings file that belongs to a template or device name: the name itself, but
+/// for the spellings of "General" that the INI layer would read back as another group.
+QString groupName(const QString& name);
+
+} // namespace kestrel
