@@ -1,0 +1,102 @@
+#include "batch.h"
+#include "command_line.h"
+#include "icons.h"
+#include "main_window.h"
+#include "scanner_device.h"
+#include "screenshots.h"
+#include "simulator_env.h"
+#include "status_text.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTextStream>
+#include <QTranslator>
+
+namespace {
+
+/// The buttons of Qt's own dialogs, in the language of this program.
+void translateQt(QApplication& application)
+{
+    auto* translator = new QTranslator(&application);
+    if (translator->load(QStringLiteral("qtbase_zh_CN"),
+                         QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(translator);
+    }
+}
+
+/// Who scans without a window may do so without a screen.
+void allowMissingScreen(int argc, char** argv)
+{
+    const bool screen =
+        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (screen || qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        return;
+    }
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        if (argument.startsWith("--batch") || argument.startsWith("--screenshots") ||
+            argument == "--list" || argument == "--help" || argument == "-h" ||
+            argument == "--version" || argument == "-v") {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        }
+    }
+}
+
+int runWindow(const kestrel::CommandLine& line)
+{
+    kestrel::MainWindow window(line.configDir);
+    kestrel::Screenshots screenshots(window, line.outputDir);
+    if (line.mode == kestrel::RunMode::Screenshots) {
+        screenshots.arm();
+    }
+    window.show();
+    window.findDevices(line.device);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    allowMissingScreen(argc, argv);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kestrel-scan"));
+    QApplication::setApplicationVersion(QStringLiteral(KESTREL_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("kestrel-scan"));
+    QApplication::setWindowIcon(kestrel::applicationIcon());
+    translateQt(application);
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    // The program speaks Chinese, whatever a bare console says about its character set.
+    out.setCodec("UTF-8");
+    err.setCodec("UTF-8");
+
+    QString problem;
+    const kestrel::CommandLine line = kestrel::parseCommandLine(QApplication::arguments(), problem);
+    if (problem.isEmpty() && line.simulator) {
+        problem = kestrel::useSimulator(QApplication::applicationDirPath());
+    }
+    if (!problem.isEmpty()) {
+        err << problem << '\n';
+        return kestrel::exitUsage;
+    }
+
+    const kestrel::SaneLibrary sane;
+    if (sane.status() != SANE_STATUS_GOOD) {
+        err << kestrel::statusText(sane.status()) << '\n';
+        return kestrel::exitFailed;
+    }
+    switch (line.mode) {
+    case kestrel::RunMode::List:
+        return kestrel::runList(out, err);
+    case kestrel::RunMode::Batch:
+        return kestrel::runBatch(line, out, err);
+    case kestrel::RunMode::Window:
+    case kestrel::RunMode::Screenshots:
+        return runWindow(line);
+    }
+    return kestrel::exitFailed;
+}
