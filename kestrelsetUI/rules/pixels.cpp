@@ -92,7 +92,7 @@ std::vector<unsigned char> packedRgb24(std::vector<unsigned char> bytes, const F
 {
     const auto packedSize = pixelBytes(shape.width, shape.height, 3);
     const auto rowBytes = bytesOfRow(shape);
-    if (!packedSize || *packedSize > maximumFrameBytes || !rowBytes || shape.bytesPerLine <= 0 ||
+    if (!packedSize || *packedSize > kMaximumPackedBytes || !rowBytes || shape.bytesPerLine <= 0 ||
         static_cast<std::size_t>(shape.bytesPerLine) < *rowBytes) {
         return {};
     }

@@ -27,7 +27,7 @@ struct FrameShape
 };
 
 /// Frames that would take more than this as packed RGB are refused: 1 GiB.
-constexpr std::size_t maximumFrameBytes = std::size_t{1} << 30U;
+constexpr std::size_t kMaximumPackedBytes = std::size_t{1} << 30U;
 
 /// @return width x height x bytesPerPixel, or nothing when a factor is not above 0 or the product
 /// is
@@ -46,7 +46,7 @@ unsigned char* rgb24To32(const unsigned char* rgb, int width, int height);
 ///        needs to be done
 /// @return 3 x width x height bytes, empty when the shape makes no picture: a size not above 0,
 /// rows
-///         shorter than their pixels, or more than maximumFrameBytes
+///         shorter than their pixels, or more than kMaximumPackedBytes
 std::vector<unsigned char> packedRgb24(std::vector<unsigned char> bytes, const FrameShape& shape);
 
 /// Nearest-neighbour scaling of a part of a picture: what a picture of @p width x @p height, scaled

@@ -1,33 +1,9 @@
 /// @file
-/// The selection rectangle on the preview: its states, its geometry and its handles, without a
-/// widget.
+/// The selection rectangle on the preview as the mouse, the keyboard and the dialog's numbers
+/// change it; without a widget.
 #pragma once
 
-#include <QPoint>
-#include <QPointF>
-#include <QRect>
-#include <Qt>
-
-#include <array>
-#include <optional>
-
-namespace preView {
-
-/// The square at the rim of the selection that is dragged to stretch it.
-enum DTAG_STATUS
-{
-    NoHandle = 0,
-    TopLeft = 1,
-    TopRight = 2,
-    BottomLeft = 3,
-    BottomRight = 4,
-    LeftMiddle = 5,
-    TopMiddle = 6,
-    RightMiddle = 7,
-    BottomMiddle = 8,
-};
-
-} // namespace preView
+#include "rules/selection_geometry.h"
 
 namespace kestrel {
 
@@ -43,53 +19,27 @@ enum class SelectionState
     Stretched = 6,  ///< let go, not yet taken over
 };
 
-/// Where the picture lies, in pixels of the widget: from origin to maximum, both within.
-struct ImageArea
-{
-    QPoint origin;
-    QPoint maximum;
-};
-
-/// @return the rectangle between two corners given in any order: as wide and high as they differ,
-/// at
-///         least 1 x 1. Negative coordinates of @p b count as 0
-QRect rectBetween(const QPoint& a, const QPoint& b);
-
-/// @return @p position rounded to whole pixels, halves away from zero; coordinates beyond what a
-/// screen
-///         can have are limited so that sums of them stay exact
-QPoint roundedPoint(const QPointF& position);
-
-/// @return millimetres as pixels, cut off to an integer
-/// @param standard pixels per 20 mm; 0 gives 0
-int mmToPixels(double mm, int standard);
-
-/// @return the pointer shape over a handle; nothing for NoHandle
-std::optional<Qt::CursorShape> handleCursor(preView::DTAG_STATUS handle);
-
-/// The selection rectangle as the mouse, the keyboard and the dialog's numbers change it.
+/// The state machine of the selection. Points are pixels of the widget.
 ///
-///                        +--------------------------- press left inside ------+
-///                        |             +------------- press on a handle ----+ |
-///                        |             |                                    | |
-///                 press  v   release   |                                    | |
-///        Idle -------> Drawing ----> Finished <--------------+--------+     | |
-///          ^             ^             |  ^ setRect          |        |     | |
-///          |             +-------------+  |               query     query   | |
-///          |              press outside   Idle               |        |     | |
-///          |                                  release        |        |     | |
-///          |                        Moving ------------> Moved        |     | |
-///          |                          ^                               |     | |
-///          |                          +---------------------------------------+
-///          |                                    release               |     |
-///          |                        Stretching ------------> Stretched      |
-///          |                          ^                                     |
-///          |                          +-------------------------------------+
-///          +--- press right, release right, clear() from every state
+///     Idle -- setCorners() --------------------------+
+///      |                                             v
+///      +-- press --> Drawing -- release ---------> Finished
+///                       ^                           | | |  ^
+///                       +----- press outside -------+ | |  |
+///                                                     | |  |
+///        Moved <-- release -- Moving <-- press left --+ |  |
+///          |                             inside         |  |
+///          +-------- selectRect() ----------------------|--+
+///                                                       |  |
+///        Stretched <-- release -- Stretching <-- press -+  |
+///          |                                on a handle    |
+///          +-------- selectRect() -------------------------+
 ///
-/// "query" is selectRect(): the first one after a release takes the moved or stretched rectangle
-/// over. A press counts as inside by the rectangle alone, so the outer half of a handle starts a
-/// new one.
+///     every state -- press right, release right, clear() --> Idle
+///
+/// A press counts as inside by the rectangle alone: on the outer half of a handle it starts a new
+/// one. A move or stretch that was let go becomes the rectangle with the first selectRect() after
+/// it.
 class Selection
 {
 public:
@@ -101,21 +51,12 @@ public:
         bool repaint = false;                  ///< the picture has changed
     };
 
-    /// A rectangle can not be stretched to less than this between its edges, in pixels.
-    static constexpr int minimumStretch = 18;
-    /// From this distance on, in pixels on one axis, a press and a release are a drag.
-    static constexpr int dragDistance = 6;
-    /// Side of a handle square, in pixels.
-    static constexpr int handleSide = 6;
-
-    Selection();
-
-    /// @param area where the picture lies from now on; until the first call nothing limits the
-    /// right
-    ///        and bottom
-    /// @param shown whether the picture has a size on screen
-    void setArea(const ImageArea& area, bool shown);
-    const ImageArea& area() const { return imageArea; }
+    /// @param area where the picture lies from now on
+    void setArea(const ImageArea& area) { m_area = area; }
+    const ImageArea& area() const { return m_area; }
+    /// @param shown whether the picture has a scale; without one a press does not start a rectangle
+    ///        in the corner, which counts as inside while there is none
+    void setPictureShown(bool shown) { m_pictureShown = shown; }
 
     Reaction press(const QPoint& point, Qt::MouseButton button);
     /// @param held buttons that are down during the move
@@ -123,7 +64,8 @@ public:
     Reaction release(const QPoint& point, Qt::MouseButton button);
     /// Moves a resting rectangle by so many pixels, within the picture.
     Reaction nudge(const QPoint& offset);
-    /// Moves right and bottom edge of a resting rectangle by so many pixels, within the picture.
+    /// Moves the right and bottom edge of a resting rectangle by so many pixels, within the
+    /// picture.
     Reaction grow(const QPoint& offset);
     /// Drops the selection.
     Reaction clear();
@@ -138,12 +80,12 @@ public:
     /// @return whether there was one
     bool setExtent(const QPoint& extent);
 
-    SelectionState state() const { return current; }
+    SelectionState state() const { return m_state; }
+    /// @return whether @p point is in the rectangle between the two corners
     bool contains(const QPoint& point) const;
-    /// @return the handle at @p point as last laid out by selectRect()
+    /// @return the handle at @p point, as last laid out by selectRect()
     preView::DTAG_STATUS handleAt(const QPoint& point) const;
-    /// @return the handle squares, [handle - 1]
-    const std::array<QRect, 8>& handles() const { return handleSquares; }
+    const HandleSquares& handles() const { return m_handles; }
 
     /// @return how far the drag moves the rectangle, within the picture
     QPoint moveOffset() const;
@@ -155,27 +97,22 @@ public:
     /// handles.
     ///         While nothing is selected it is a fixed 100 x 200 at the origin
     QRect selectRect();
-    /// @return the rectangle last given by selectRect(), null when nothing is selected
-    const QRect& selected() const { return selectedRect; }
 
 private:
-    QPoint limited(const QPoint& point) const;
-    Qt::CursorShape hoverCursor(const QPoint& point) const;
+    void beginDrag(SelectionState state, const QPoint& point);
     void takeOver(const QRect& rect);
-    void layOutHandles(const QRect& rect);
     void forget();
 
-    ImageArea imageArea;
-    bool pictureShown = false;
-    SelectionState current = SelectionState::Idle;
-    preView::DTAG_STATUS handle = preView::NoHandle;
-    QPoint start;
-    QPoint end;
-    QPoint pressPoint;
-    QPoint currentPoint;
-    bool dragged = false; ///< currentPoint belongs to this press
-    QRect selectedRect;
-    std::array<QRect, 8> handleSquares;
+    ImageArea m_area;
+    bool m_pictureShown = false;
+    SelectionState m_state = SelectionState::Idle;
+    preView::DTAG_STATUS m_handle = preView::NoHandle; ///< what the last press hit
+    QPoint m_start;                                    ///< corner where the rectangle was begun
+    QPoint m_end;
+    QPoint m_press;         ///< where a move or stretch began
+    QPoint m_pointer;       ///< where it has got to
+    bool m_dragged = false; ///< m_pointer is worth following: not before a move, nor after a click
+    HandleSquares m_handles;
 };
 
 } // namespace kestrel

@@ -5,9 +5,9 @@
 namespace kestrel {
 namespace {
 
-constexpr int middle = 127;
-constexpr int fullContrast = 100;
-constexpr int fullSlope = 99;
+constexpr int kMiddle = 127;
+constexpr int kFullContrast = 100;
+constexpr int kFullSlope = 99;
 
 int limited(std::int64_t value)
 {
@@ -16,11 +16,11 @@ int limited(std::int64_t value)
 
 int withContrast(int channel, int contrast)
 {
-    const std::int64_t distance = channel - middle;
-    if (contrast == fullContrast) {
-        return limited(channel + distance * fullSlope);
+    const std::int64_t distance = channel - kMiddle;
+    if (contrast == kFullContrast) {
+        return limited(channel + distance * kFullSlope);
     }
-    if (contrast <= 0 || contrast > fullContrast) {
+    if (contrast <= 0 || contrast > kFullContrast) {
         // The whole sum over 100, so that it is the sum that is cut off and not the addend.
         return limited((std::int64_t{channel} * 100 + distance * contrast) / 100);
     }

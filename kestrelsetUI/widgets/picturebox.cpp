@@ -1,52 +1,27 @@
 #include "widgets/picturebox.h"
 
-#include "rules/pixels.h"
-#include "rules/tone.h"
-
-#include <QKeyEvent>
-#include <QMouseEvent>
-#include <QPaintEvent>
-#include <QStyleOptionFocusRect>
-
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <utility>
 
 namespace {
 
-using kestrel::Selection;
+constexpr QSize kEmptyPictureSize(1, 1);
+constexpr QRgb kBackgroundColour = qRgb(245, 245, 245);
+constexpr QRgb kClearedColour = qRgb(216, 216, 216);
 
-constexpr QSize emptyPictureSize(1, 1);
-constexpr QRgb backgroundColour = qRgb(245, 245, 245);
-constexpr QRgb clearedColour = qRgb(216, 216, 216);
-constexpr QRgb handleColour = qRgb(0, 174, 255);
-constexpr int veilAlpha = 100;
-
-constexpr double zoomStep = 0.1;
-constexpr double zoomLimit = 3.0;
+constexpr double kZoomStep = 0.1;
+constexpr double kZoomLimit = 3.0;
 // Ten steps of 0.1 do not quite make 1: without it the last step depended on where one came from.
-constexpr double zoomSlack = 1e-9;
-constexpr double minimumScale = 0.01;
-constexpr double maximumScale = 100.0;
+constexpr double kZoomSlack = 1e-9;
+constexpr double kMinimumScale = 0.01;
+constexpr double kMaximumScale = 100.0;
 
-constexpr int zoomedMode = 1;
-
-// A thin strip fitted to a page's height would take gigabytes on the way to the same picture.
-constexpr double maximumResampledPixels = 32.0 * 1024 * 1024;
-
-// Scratch for the adjustments, shared by all boxes: a slider that is dragged makes dozens of
-// pictures.
-QImage workingImage;
+constexpr int kZoomedMode = 1;
 
 int limitedSize(double value)
 {
     return static_cast<int>(std::clamp(value, 0.0, double{QWIDGETSIZE_MAX}));
-}
-
-QSize roundedSize(const QSize& size, double factor)
-{
-    return {limitedSize(std::round(size.width() * factor)),
-            limitedSize(std::round(size.height() * factor))};
 }
 
 /// An own copy of a picture, in 32 bits.
@@ -62,38 +37,12 @@ QImage ownCopy(const QImage& picture)
     return copy;
 }
 
-std::optional<QPoint> arrowStep(int key)
-{
-    switch (key) {
-    case Qt::Key_Left:
-        return QPoint(-1, 0);
-    case Qt::Key_Right:
-        return QPoint(1, 0);
-    case Qt::Key_Up:
-        return QPoint(0, -1);
-    case Qt::Key_Down:
-        return QPoint(0, 1);
-    default:
-        return std::nullopt;
-    }
-}
-
-bool isSelectionKey(const QKeyEvent& event)
-{
-    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-    if (event.key() == Qt::Key_Escape) {
-        return modifiers == Qt::NoModifier;
-    }
-    return arrowStep(event.key()) &&
-           (modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier);
-}
-
 } // namespace
 
 PreviewBoxUI::PreviewBoxUI(QWidget* parent)
-    : QWidget(parent), shown(emptyPictureSize, QImage::Format_RGB32), background(backgroundColour)
+    : QWidget(parent), shown(kEmptyPictureSize, QImage::Format_RGB32), background(kBackgroundColour)
 {
-    shown.fill(backgroundColour);
+    shown.fill(kBackgroundColour);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("预览图像"));
 }
@@ -115,7 +64,8 @@ bool PreviewBoxUI::setImage(QImage& img)
     buildShown(source, scale > 0);
     const QPoint maximum(limitedSize(shown.width() * scale) - 1,
                          limitedSize(shown.height() * scale) - 1);
-    selection.setArea({QPoint(0, 0), maximum}, scale > 0);
+    selection.setArea({QPoint(0, 0), maximum});
+    selection.setPictureShown(scale > 0);
     setMode(mode);
     return true;
 }
@@ -148,23 +98,23 @@ void PreviewBoxUI::setRipewhiteEnable(int enable)
 
 void PreviewBoxUI::zoomout()
 {
-    if (!source.isNull() && scale + zoomStep < zoomLimit - zoomSlack) {
-        zoomTo(scale + zoomStep);
+    if (!source.isNull() && scale + kZoomStep < kZoomLimit - kZoomSlack) {
+        zoomTo(scale + kZoomStep);
     }
 }
 
 void PreviewBoxUI::zoomin()
 {
-    if (!source.isNull() && scale - zoomStep > zoomSlack) {
-        zoomTo(scale - zoomStep);
+    if (!source.isNull() && scale - kZoomStep > kZoomSlack) {
+        zoomTo(scale - kZoomStep);
     }
 }
 
 void PreviewBoxUI::setScale(int step)
 {
-    scale = std::clamp((step + 1.0) * 0.25, minimumScale, maximumScale);
-    selection.setArea(selection.area(), true);
-    if (mode == zoomedMode) {
+    scale = std::clamp((step + 1.0) * 0.25, kMinimumScale, kMaximumScale);
+    selection.setPictureShown(true);
+    if (mode == kZoomedMode) {
         setScaledSize(rotation == 90 || rotation == 270);
     }
     pictureChanged();
@@ -193,7 +143,7 @@ void PreviewBoxUI::setautosize()
 
 void PreviewBoxUI::clearpaint()
 {
-    shown.fill(clearedColour);
+    shown.fill(kClearedColour);
     cleared = true;
     pictureChanged();
 }
@@ -220,208 +170,13 @@ void PreviewBoxUI::setMaxHeightAndStandrad(float maxHeight, int newStandard)
     standard = newStandard;
 }
 
-QRect PreviewBoxUI::getRect(const QPoint& a, const QPoint& b) const
-{
-    return kestrel::rectBetween(a, b);
-}
-
-bool PreviewBoxUI::isPressPointInSelectRect(QPoint point) const
-{
-    return selection.contains(point);
-}
-
-preView::DTAG_STATUS PreviewBoxUI::getStrethRectState(QPoint point) const
-{
-    return selection.handleAt(point);
-}
-
-void PreviewBoxUI::setStretchCursorStyle(preView::DTAG_STATUS status)
-{
-    if (const auto shape = kestrel::handleCursor(status)) {
-        setCursor(*shape);
-    }
-}
-
-QPoint PreviewBoxUI::getMovePoint() const
-{
-    return selection.moveOffset();
-}
-
-QRect PreviewBoxUI::getMoveRect()
-{
-    return selection.moveRect();
-}
-
-QRect PreviewBoxUI::getStretchRect()
-{
-    return selection.stretchRect();
-}
-
-QRect PreviewBoxUI::getSelectRect()
-{
-    return selection.selectRect();
-}
-
-void PreviewBoxUI::cancelManualRectSet()
-{
-    follow(selection.clear());
-}
-
-void PreviewBoxUI::setRect(double x, double y, double w, double h)
-{
-    if (w == 0 && h == 0) {
-        return;
-    }
-    const auto pixels = [this](double mm) { return kestrel::mmToPixels(mm, standard); };
-    const QPoint first(pixels(x), pixels(y));
-    if (selection.setCorners(first, first + QPoint(pixels(w), pixels(h)))) {
-        update();
-    }
-}
-
-void PreviewBoxUI::setMoveRect(double x, double y)
-{
-    if (selection.moveFirstCornerTo(
-            {kestrel::mmToPixels(x, standard), kestrel::mmToPixels(y, standard)})) {
-        update();
-    }
-}
-
-void PreviewBoxUI::setSelectedRect(double w, double h)
-{
-    if (selection.setExtent({kestrel::mmToPixels(w, standard), kestrel::mmToPixels(h, standard)})) {
-        update();
-    }
-}
-
-bool PreviewBoxUI::event(QEvent* event)
-{
-    // Neither the dialog's Escape nor a host's shortcut on an arrow may take these keys away.
-    if (event->type() == QEvent::ShortcutOverride &&
-        isSelectionKey(*static_cast<QKeyEvent*>(event))) {
-        event->accept();
-        return true;
-    }
-    return QWidget::event(event);
-}
-
-void PreviewBoxUI::mousePressEvent(QMouseEvent* event)
-{
-    if (!source.isNull()) {
-        follow(selection.press(kestrel::roundedPoint(event->localPos()), event->button()));
-    }
-}
-
-void PreviewBoxUI::mouseMoveEvent(QMouseEvent* event)
-{
-    if (!source.isNull()) {
-        follow(selection.move(kestrel::roundedPoint(event->localPos()), event->buttons()));
-    }
-}
-
-void PreviewBoxUI::mouseReleaseEvent(QMouseEvent* event)
-{
-    if (!source.isNull()) {
-        follow(selection.release(kestrel::roundedPoint(event->localPos()), event->button()));
-        // Taken over now: the next event may come before the next frame.
-        selection.selectRect();
-    }
-}
-
-void PreviewBoxUI::keyPressEvent(QKeyEvent* event)
-{
-    if (!isSelectionKey(*event)) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
-    event->accept();
-    if (source.isNull()) {
-        return;
-    }
-    const auto step = arrowStep(event->key());
-    if (!step) {
-        follow(selection.clear());
-    } else if (event->modifiers().testFlag(Qt::ShiftModifier)) {
-        follow(selection.grow(*step));
-    } else {
-        follow(selection.nudge(*step));
-    }
-}
-
-void PreviewBoxUI::focusInEvent(QFocusEvent* event)
-{
-    keyboardFocus = event->reason() == Qt::TabFocusReason ||
-                    event->reason() == Qt::BacktabFocusReason ||
-                    event->reason() == Qt::ShortcutFocusReason;
-    QWidget::focusInEvent(event);
-}
-
-void PreviewBoxUI::focusOutEvent(QFocusEvent* event)
-{
-    keyboardFocus = false;
-    QWidget::focusOutEvent(event);
-}
-
-void PreviewBoxUI::follow(const Selection::Reaction& reaction)
-{
-    if (reaction.cursor) {
-        setCursor(*reaction.cursor);
-    }
-    if (reaction.repaint) {
-        update();
-    }
-    if (reaction.announced) {
-        emit selected(*reaction.announced, standard);
-    }
-}
-
-void PreviewBoxUI::pictureChanged()
-{
-    scaledPartWindow = QRect();
-    update();
-}
-
-void PreviewBoxUI::showAdjusted(int addedBrightness, int addedContrast)
-{
-    if (workingImage.size() != source.size() || workingImage.format() != source.format() ||
-        !workingImage.isDetached()) {
-        workingImage = QImage(source.size(), source.format());
-    }
-    if (workingImage.isNull()) {
-        return;
-    }
-    const auto count = static_cast<std::size_t>(source.sizeInBytes()) / sizeof(std::uint32_t);
-    kestrel::applyTone(kestrel::toneTable(addedBrightness, addedContrast),
-                       reinterpret_cast<const std::uint32_t*>(source.constBits()),
-                       reinterpret_cast<std::uint32_t*>(workingImage.bits()), count);
-    shownBrightness = addedBrightness;
-    shownContrast = addedContrast;
-    buildShown(workingImage, scale < 1.0);
-}
-
-void PreviewBoxUI::buildShown(const QImage& picture, bool resample)
-{
-    shownRatio = devicePixelRatioF();
-    cleared = false;
-    shown = picture;
-    const QSize small = roundedSize(picture.size(), scale * shownRatio).expandedTo(QSize(1, 1));
-    if (resample && scale > 0 && 1.0 * small.width() * small.height() <= maximumResampledPixels) {
-        shown = picture.scaled(small, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                    .scaled(picture.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    }
-    if (shown.hasAlphaChannel()) {
-        shown = shown.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    }
-    pictureChanged();
-}
-
 void PreviewBoxUI::zoomTo(double newScale)
 {
-    if (mode != zoomedMode) {
-        setMode(zoomedMode);
+    if (mode != kZoomedMode) {
+        setMode(kZoomedMode);
     }
     scale = newScale;
-    selection.setArea(selection.area(), true);
+    selection.setPictureShown(true);
     shownBrightness = shownContrast = 0;
     buildShown(source, scale < 1.0);
     setScaledSize(false);
@@ -441,84 +196,8 @@ QSize PreviewBoxUI::scaledSize() const
     return roundedSize(shown.size(), scale);
 }
 
-void PreviewBoxUI::paintEvent(QPaintEvent* event)
+QSize PreviewBoxUI::roundedSize(const QSize& size, double factor)
 {
-    if (!cleared && !qFuzzyCompare(shownRatio, devicePixelRatioF())) {
-        // The window has come to another screen.
-        showAdjusted(shownBrightness, shownContrast);
-    }
-    painter.begin(this);
-    painter.setPen(QPen(Qt::red, 1, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
-    drawPicture(event->rect());
-    if (!source.isNull()) {
-        const kestrel::ImageArea& area = selection.area();
-        painter.fillRect(QRect(area.origin, area.maximum), QColor(0, 0, 0, veilAlpha));
-    }
-    if (selection.state() != kestrel::SelectionState::Idle) {
-        drawSelection();
-    }
-    drawKeyboardFocus();
-    painter.end();
-}
-
-void PreviewBoxUI::drawPicture(const QRect& exposed)
-{
-    const double ratio = devicePixelRatioF();
-    const QSize size = scaledSize();
-    const QSizeF full = QSizeF(size) * ratio;
-    const QRect everything(0, 0, qRound(full.width()), qRound(full.height()));
-    const auto onScreen = [&](const QRect& rect) {
-        return QRectF(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio)
-                   .toAlignedRect() &
-               everything;
-    };
-    const QRect wanted = onScreen(exposed);
-    if (wanted.isEmpty() || shown.isNull()) {
-        return;
-    }
-    if (!scaledPartWindow.contains(wanted)) {
-        // Only what can be seen is kept, so that no zoom asks for more memory than the screen does.
-        const QRect window = onScreen(exposed | visibleRegion().boundingRect());
-        scaledPart = QImage(window.size(), shown.format());
-        if (scaledPart.isNull()) {
-            scaledPartWindow = QRect();
-            return;
-        }
-        kestrel::scaleNearest(reinterpret_cast<const std::uint32_t*>(shown.constBits()),
-                              static_cast<std::size_t>(shown.bytesPerLine()) / 4,
-                              reinterpret_cast<std::uint32_t*>(scaledPart.bits()),
-                              static_cast<std::size_t>(scaledPart.bytesPerLine()) / 4,
-                              {shown.width(), shown.height(), everything.width(),
-                               everything.height(), window.left(), window.top(), window.width(),
-                               window.height()});
-        scaledPart.setDevicePixelRatio(ratio);
-        scaledPartWindow = window;
-    }
-    painter.drawImage(QPointF(scaledPartWindow.topLeft()) / ratio, scaledPart);
-}
-
-void PreviewBoxUI::drawSelection()
-{
-    const QRect rect = selection.selectRect();
-    painter.save();
-    painter.setClipRect(rect, Qt::IntersectClip);
-    drawPicture(rect);
-    painter.restore();
-    painter.drawRect(rect);
-    painter.setPen(QPen(Qt::blue, 1, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
-    painter.setBrush(QColor(handleColour));
-    for (const QRect& handle : selection.handles()) {
-        painter.drawRect(handle);
-    }
-}
-
-void PreviewBoxUI::drawKeyboardFocus()
-{
-    if (!keyboardFocus || !hasFocus()) {
-        return;
-    }
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.backgroundColor = palette().color(QPalette::Window);
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    return {limitedSize(std::round(size.width() * factor)),
+            limitedSize(std::round(size.height() * factor))};
 }

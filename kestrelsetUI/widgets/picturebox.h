@@ -122,18 +122,18 @@ private:
     void zoomTo(double newScale);
     void setScaledSize(bool turned);
     QSize scaledSize() const;
+    static QSize roundedSize(const QSize& size, double factor);
     void drawPicture(const QRect& exposed);
     void drawSelection();
     void drawKeyboardFocus();
     void follow(const kestrel::Selection::Reaction& reaction);
 
     QPainter painter;
-    QImage scaledPart; ///< the part of the scaled picture that is on screen, kept between frames
-    QRect scaledPartWindow;  ///< where it lies, in pixels of the screen; null when out of date
+    QImage scaledPart;       ///< what is on screen of the scaled picture, kept between frames
+    QRect scaledPartWindow;  ///< where it lies, in device pixels; null when out of date
     double shownRatio = 1.0; ///< the device pixel ratio that `shown` was made for
     int shownBrightness = 0; ///< the adjustments that `shown` was made with
     int shownContrast = 0;
-    bool cleared = true; ///< `shown` is one colour and not made from the picture
-    bool keyboardFocus =
-        false; ///< the focus came by the keyboard, so the user has to see where it is
+    bool cleared = true;        ///< `shown` is one colour and not made from the picture
+    bool keyboardFocus = false; ///< the focus came by the keyboard, so its place has to be seen
 };

@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr QSize canvasSize(400, 600);
+constexpr QSize kCanvasSize(400, 600);
 // Where the two axes meet, and how long the ticks are.
-constexpr QPoint corner(35, 30);
-constexpr int majorTick = 8;
-constexpr int minorTick = 4;
-constexpr int minorTicksPerMajor = 5;
-constexpr int majorTicksPerLabel = 5;
-constexpr int mmPerMajor = 20;
+constexpr QPoint kCorner(35, 30);
+constexpr int kMajorTick = 8;
+constexpr int kMinorTick = 4;
+constexpr int kMinorTicksPerMajor = 5;
+constexpr int kMajorTicksPerLabel = 5;
+constexpr int kMmPerMajor = 20;
 
 /// Pixels per 20 mm for a ruler of this length, with a whole number of them per minor tick.
 int standardFor(float mm)
@@ -23,48 +23,48 @@ int standardFor(float mm)
     constexpr float most = 1.0e6F;
     const float exact = 10000.0F / mm;
     const int pixels = static_cast<int>(exact < most ? exact : most);
-    return (pixels + minorTicksPerMajor - 1) / minorTicksPerMajor * minorTicksPerMajor;
+    return (pixels + kMinorTicksPerMajor - 1) / kMinorTicksPerMajor * kMinorTicksPerMajor;
 }
 
 void drawTopRuler(QPainter& painter, int standard)
 {
-    const int step = standard / minorTicksPerMajor;
-    const int intervals = (canvasSize.width() - 10) / standard - 2;
+    const int step = standard / kMinorTicksPerMajor;
+    const int intervals = (kCanvasSize.width() - 10) / standard - 2;
     for (int i = 0; i < intervals; ++i) {
-        const int major = corner.x() + (i + 1) * standard;
-        painter.drawLine(major, corner.y(), major, corner.y() - majorTick);
-        for (int k = 0; k < minorTicksPerMajor; ++k) {
-            const int minor = corner.x() + step + i * standard + k * step;
-            painter.drawLine(minor, corner.y(), minor, corner.y() - minorTick);
+        const int major = kCorner.x() + (i + 1) * standard;
+        painter.drawLine(major, kCorner.y(), major, kCorner.y() - kMajorTick);
+        for (int k = 0; k < kMinorTicksPerMajor; ++k) {
+            const int minor = kCorner.x() + step + i * standard + k * step;
+            painter.drawLine(minor, kCorner.y(), minor, kCorner.y() - kMinorTick);
         }
-        if ((i + 1) % majorTicksPerLabel == 0) {
-            painter.drawText(static_cast<int>((i + 0.6) * standard + corner.x()), 20,
-                             QString::number((i + 1) * mmPerMajor));
+        if ((i + 1) % kMajorTicksPerLabel == 0) {
+            painter.drawText(static_cast<int>((i + 0.6) * standard + kCorner.x()), 20,
+                             QString::number((i + 1) * kMmPerMajor));
         }
     }
 }
 
 void drawLeftRuler(QPainter& painter, int standard)
 {
-    const int step = standard / minorTicksPerMajor;
-    const int intervals = (canvasSize.height() - 10) / standard - 2;
+    const int step = standard / kMinorTicksPerMajor;
+    const int intervals = (kCanvasSize.height() - 10) / standard - 2;
     for (int i = 0; i < intervals; ++i) {
-        const int major = corner.y() + (i + 1) * standard;
-        painter.drawLine(corner.x(), major, corner.x() - majorTick, major);
-        for (int k = 0; k < minorTicksPerMajor; ++k) {
-            const int minor = corner.y() + step + i * standard + k * step;
-            painter.drawLine(corner.x(), minor, corner.x() - minorTick, minor);
+        const int major = kCorner.y() + (i + 1) * standard;
+        painter.drawLine(kCorner.x(), major, kCorner.x() - kMajorTick, major);
+        for (int k = 0; k < kMinorTicksPerMajor; ++k) {
+            const int minor = kCorner.y() + step + i * standard + k * step;
+            painter.drawLine(kCorner.x(), minor, kCorner.x() - kMinorTick, minor);
         }
-        if ((i + 1) % majorTicksPerLabel == 0) {
-            painter.drawText(10, static_cast<int>((i + 0.9) * standard + corner.y()),
-                             QString::number((i + 1) * mmPerMajor));
+        if ((i + 1) % kMajorTicksPerLabel == 0) {
+            painter.drawText(10, static_cast<int>((i + 0.9) * standard + kCorner.y()),
+                             QString::number((i + 1) * kMmPerMajor));
         }
     }
 }
 
 } // namespace
 
-PreViewUI::PreViewUI(QWidget* parent) : QWidget(parent), canvas(canvasSize, QImage::Format_RGB32)
+PreViewUI::PreViewUI(QWidget* parent) : QWidget(parent), canvas(kCanvasSize, QImage::Format_RGB32)
 {
     canvas.fill(Qt::white);
 }
@@ -88,16 +88,16 @@ int PreViewUI::getStandard() const
 void PreViewUI::Paint()
 {
     const qreal ratio = devicePixelRatioF();
-    canvas = QImage((QSizeF(canvasSize) * ratio).toSize(), QImage::Format_RGB32);
+    canvas = QImage((QSizeF(kCanvasSize) * ratio).toSize(), QImage::Format_RGB32);
     canvas.setDevicePixelRatio(ratio);
     canvas.fill(Qt::white);
 
     QPainter painter(&canvas);
-    const int right = canvasSize.width();
-    const int bottom = canvasSize.height();
+    const int right = kCanvasSize.width();
+    const int bottom = kCanvasSize.height();
     painter.drawRect(5, 5, right - 11, bottom - 11);
-    painter.drawLine(corner.x(), corner.y(), right - 10, corner.y());
-    painter.drawLine(corner.x(), corner.y(), corner.x(), bottom - 10);
+    painter.drawLine(kCorner.x(), kCorner.y(), right - 10, kCorner.y());
+    painter.drawLine(kCorner.x(), kCorner.y(), kCorner.x(), bottom - 10);
     painter.setPen(QPen(Qt::black, 1));
     painter.drawText(25, 25, QStringLiteral("0"));
     if (standard > 0) {
