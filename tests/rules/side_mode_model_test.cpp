@@ -36,8 +36,9 @@ struct Form
     /// setChecked on an image box; the twin follows.
     void set(int id, bool on)
     {
-        box[static_cast<std::size_t>(id)] = on;
-        box[static_cast<std::size_t>(id + 6)] = on;
+        const auto index = static_cast<std::size_t>(id);
+        box[index] = on;
+        box[index + 6] = on;
         written.emplace_back(id, on);
     }
     /// The user's mouse on any of the twelve.
@@ -198,8 +199,9 @@ Form showing(int mask, int boxes, Source source, bool enabled)
     Form form;
     form.mask = mask;
     for (int id = 0; id < kModeCount; ++id) {
-        form.box[static_cast<std::size_t>(id)] = (boxes >> id & 1) != 0;
-        form.box[static_cast<std::size_t>(id + 6)] = (boxes >> id & 1) != 0;
+        const auto index = static_cast<std::size_t>(id);
+        form.box[index] = (boxes >> id & 1) != 0;
+        form.box[index + 6] = form.box[index];
     }
     form.source = source;
     form.containerEnabled = enabled;
