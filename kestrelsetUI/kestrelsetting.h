@@ -2,8 +2,13 @@
 /// The scan-settings dialog.
 #pragma once
 
+#include "rules/scan_range.h"
+#include "rules/side_mode.h"
+#include "scanner/frame_reader.h"
+#include "scanner/vendor_driver.h"
+
 #include <QDialog>
-#include <QMap>
+#include <QHash>
 #include <QRect>
 #include <QString>
 
@@ -11,11 +16,17 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <optional>
 
 class CustomResolution;
 class EditTemplate;
+class QDoubleSpinBox;
 class QSettings;
 class Ui_KestrelSetting;
+namespace kestrel {
+struct Setting;
+}
 
 /// The scan-settings dialog. Hosts use it through kestrelsettingui.h.
 ///
@@ -144,7 +155,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
     // State shared by the topics; protected so that tests can look at it through a subclass.
-    Ui_KestrelSetting* ui = nullptr;       ///< owned
+    std::unique_ptr<Ui_KestrelSetting> ui;
     SANE_Handle sane_handle = nullptr;     ///< the host's; null until bound
     QSettings* settings = nullptr;         ///< null until bound; never deleted, see set_device()
     EditTemplate* edit_template = nullptr; ///< child
@@ -161,16 +172,15 @@ protected:
     QString system_text;  ///< host system information
     QString serial_text;  ///< serial number line
     QString counter_text; ///< counter lines
-    std::uint32_t separation_roller_count = 0;
-    std::uint32_t feed_roller_count = 0;
-    std::uint32_t flatbed_scan_count = 0;
+    kestrel::VendorDriver vendor_driver;
+    kestrel::RollerCounters counters;
 
     bool double_side = false;
     bool use_preview_area = false;
     bool preview_selected = false; ///< the user has made a selection in the preview
     QRect preview_rect;            ///< that selection, in preview pixels
     int scan_source_type = 0;
-    std::uint8_t multistream_mask = 4; ///< side-mode mask, see rules/side_mode.h
+    kestrel::SideMode multistream_mask; ///< front colour until something is loaded
     std::array<int, 256> gamma_table{};
 
     int device_kind = -1; ///< 0 flatbed first, 1 feeder first, 2 automatic, -1 unknown
@@ -184,6 +194,55 @@ protected:
     SANE_Fixed normal_max_height = 0;
     bool flatbed_multi_crop = false;
 
-    bool updating = false; ///< update guard: the rules are writing the spin boxes themselves
-    bool portrait = true;  ///< orientation flag
+    bool previewing = false;    ///< a preview scan is under way
+    bool showing_gamma = false; ///< the gamma spin box is being written, not typed in
+    bool updating = false;      ///< update guard: the rules are writing the spin boxes themselves
+    bool portrait = true;       ///< orientation flag
+
+private:
+    class Discovery;
+    struct TemplateRecord;
+
+    mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
+
+    Q_DECL_HIDDEN void assignButtonIds();
+    Q_DECL_HIDDEN void connectSignals();
+    Q_DECL_HIDDEN bool acceptPreviewArea();
+    Q_DECL_HIDDEN void showScannerInfo();
+    Q_DECL_HIDDEN void openSettings(const char* config_dir);
+    Q_DECL_HIDDEN void saveSelectedTemplate();
+    Q_DECL_HIDDEN void reloadConfirmed();
+    Q_DECL_HIDDEN void startConfiguration();
+    Q_DECL_HIDDEN QWidget* control(const kestrel::Setting& setting) const;
+    Q_DECL_HIDDEN QString settingText(const kestrel::Setting& setting) const;
+    Q_DECL_HIDDEN void loadSetting(const kestrel::Setting& setting, const QString& text);
+    Q_DECL_HIDDEN void loadSideMode(kestrel::SideMode mask);
+    Q_DECL_HIDDEN void loadCentering(bool on);
+    Q_DECL_HIDDEN void storeGroup(const QString& group, bool defaults);
+    Q_DECL_HIDDEN TemplateRecord readTemplates() const;
+    Q_DECL_HIDDEN bool listTemplates();
+    Q_DECL_HIDDEN void updateCropList();
+    Q_DECL_HIDDEN void clearBackSide();
+    Q_DECL_HIDDEN void showGamma(double gamma);
+    Q_DECL_HIDDEN kestrel::ScanRange scanRange() const;
+    Q_DECL_HIDDEN SANE_Status scanPreview();
+    Q_DECL_HIDDEN void showFrame(kestrel::Frame frame);
+    Q_DECL_HIDDEN void previewOffsetEdited(QDoubleSpinBox* offset, double v,
+                                           const QDoubleSpinBox* extent);
+    Q_DECL_HIDDEN void previewExtentEdited(QDoubleSpinBox* extent, double v,
+                                           const QDoubleSpinBox* offset);
+    Q_DECL_HIDDEN kestrel::PreviewRange previewRange() const;
+    Q_DECL_HIDDEN void writePreviewArea(const kestrel::AreaMm& area);
+    Q_DECL_HIDDEN void write(const std::vector<kestrel::RangeWrite>& writes);
+    Q_DECL_HIDDEN void send(const char* name, const QString& value);
+    Q_DECL_HIDDEN void send(const char* name, const std::optional<QString>& value);
+    Q_DECL_HIDDEN void sendSource();
+    Q_DECL_HIDDEN void sendMode();
+    Q_DECL_HIDDEN void sendImage();
+    Q_DECL_HIDDEN void sendColorDetection();
+    Q_DECL_HIDDEN void sendScanArea();
+    Q_DECL_HIDDEN void sendPaperHandling();
+    Q_DECL_HIDDEN void sendImageProcessing();
+    Q_DECL_HIDDEN void sendCache();
+    Q_DECL_HIDDEN std::optional<kestrel::ScanSource> currentSource() const;
 };

@@ -36,29 +36,6 @@ inline constexpr Texts<2> background_smoothing_label = {"自动", "网纹"};
 inline constexpr Texts<2> background_removal_label  = {"白色", "自动"};
 // clang-format on
 
-/// Indices into `source`.
-enum class Source
-{
-    Automatic,
-    Flatbed,
-    AdfFront,
-    AdfBack,
-    AdfDuplex
-};
-/// Indices into `auto_scan_source_setting`.
-enum class AutoSource
-{
-    AdfDuplex,
-    AdfFront
-};
-/// Indices into `scanner_source`, and what getScanSourceType() answers.
-enum class PaperSource
-{
-    Feeder,
-    Flatbed,
-    Automatic
-};
-
 /// The entry at an enumerator.
 template <std::size_t Size, typename Index>
 constexpr const char* at(const Texts<Size>& table, Index index)

@@ -1,0 +1,299 @@
+// The preview scan, and the selection in millimetres beside the picture.
+#include "kestrelsetting.h"
+
+#include "form.h"
+#include "kestrelsettingui.h"
+#include "rules/pixels.h"
+#include "scanner/frame_reader.h"
+#include "scanner/status_text.h"
+#include "scanner/value_tables.h"
+
+#include <QDebug>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPointer>
+
+#include <cstdlib>
+#include <memory>
+#include <unistd.h>
+
+using namespace kestrel;
+
+namespace {
+
+constexpr int kAllSources = 3; // items of `source` where the scanner can choose by itself
+constexpr useconds_t kSettleMicroseconds = 5000;
+
+struct Free
+{
+    void operator()(unsigned char* memory) const { std::free(memory); }
+};
+
+/// The cursor says "wait" as long as this lives.
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+QString text(double value)
+{
+    return QStringLiteral("%1").arg(value);
+}
+
+std::optional<PixelLayout> pixelLayout(const SANE_Parameters& parameters)
+{
+    const bool bytes = parameters.depth == 8;
+    if (parameters.format == SANE_FRAME_RGB && bytes) {
+        return PixelLayout::Rgb24;
+    }
+    if (parameters.format == SANE_FRAME_GRAY && bytes) {
+        return PixelLayout::Gray8;
+    }
+    if (parameters.format == SANE_FRAME_GRAY && parameters.depth == 1) {
+        return PixelLayout::Bilevel1;
+    }
+    return std::nullopt;
+}
+
+SpinMm spin(const QDoubleSpinBox* box)
+{
+    return {box->value(), box->minimum(), box->maximum()};
+}
+
+} // namespace
+
+void KestrelSettingUI::setParamForPreview()
+{
+    if (ui->source->count() == kAllSources) {
+        static constexpr tables::Texts<kAllSources> kSources = {"ADF Front", "Flatbed",
+                                                                "Automatic"};
+        const int index = ui->source->currentIndex();
+        qDebug() << index;
+        kst_SetParam("source", index == 0 || index == 2 ? tables::at(kSources, index)
+                                                        : tables::at(kSources, 1));
+    }
+    const QString height =
+        has_both_paths != 0 ? QString::number(flatbed_max_length) : text(ui->br_y->maximum());
+    const auto fixed = [this](const char* name, const char* value) { kst_SetParam(name, value); };
+    fixed("mode", "Color");
+    fixed("multistream-list", tables::Multistream.front());
+    fixed("resolution", "75");
+    fixed("brightness", "0");
+    fixed("contrast", "0");
+    fixed("autocropdeskew", "0");
+    fixed("long-paper-scan", "0");
+    fixed("center-alignment", "0");
+    fixed("color-register", "0");
+    // The far corner first: the area grows to its full size before its origin moves.
+    send("br-x", text(ui->br_x->maximum()));
+    send("br-y", height);
+    send("tl-x", text(ui->tl_x->minimum()));
+    send("tl-y", text(ui->tl_y->minimum()));
+    fixed("ultrasonic", "Disable");
+    fixed("additional-length-detection", "Disable");
+    fixed("rotate", tables::rotate_mode.front());
+    fixed("eject-paper-opposite-side", "0");
+    fixed("blank-page-removal", "0");
+    fixed("punch-hole-removal", "0");
+    fixed("invert", "0");
+    fixed("split-image", tables::splitimage.front());
+    fixed("book-scan-correction", "0");
+    fixed("background-processing", tables::backendground_processing.front());
+    fixed("cachemode", tables::cachemode.front());
+    fixed("cachemode-value", "1");
+    fixed("cachemode-use-default", "0");
+    fixed("auto-scan-source-setting",
+          tables::at(tables::auto_scan_source_setting, AutoSource::AdfFront));
+}
+
+void KestrelSettingUI::scan_error(SANE_Status status)
+{
+    const char* const message = statusText(status);
+    if (message == nullptr || sane_handle == nullptr) {
+        return;
+    }
+    usleep(kSettleMicroseconds);
+    const QPointer<KestrelSettingUI> alive(this);
+    QMessageBox::critical(nullptr, QStringLiteral("提示"), QString::fromUtf8(message));
+    if (!alive.isNull()) {
+        sane_cancel(sane_handle);
+    }
+}
+
+void KestrelSettingUI::on_preview_clicked()
+{
+    if (previewing) {
+        return;
+    }
+    previewing = true;
+    ui->preview->setEnabled(false);
+    setParamForPreview();
+    const QPointer<KestrelSettingUI> alive(this);
+    const auto status = scanPreview();
+    // Clicks made meanwhile must meet the disabled button, not start another scan.
+    QCoreApplication::processEvents();
+    if (alive.isNull()) {
+        return;
+    }
+    scan_error(status);
+    if (!alive.isNull()) {
+        ui->preview->setEnabled(true);
+        previewing = false;
+    }
+}
+
+/// One scan into the preview box; whatever arrived is shown.
+/// @return the status of the start
+SANE_Status KestrelSettingUI::scanPreview()
+{
+    if (sane_handle == nullptr) {
+        return SANE_STATUS_GOOD;
+    }
+    const WaitCursor cursor;
+    const auto status = sane_start(sane_handle);
+    if (status == SANE_STATUS_GOOD) {
+        showFrame(readFrame(sane_handle));
+        sane_cancel(sane_handle);
+    }
+    return status;
+}
+
+void KestrelSettingUI::showFrame(Frame frame)
+{
+    const auto pixels = pixelLayout(frame.parameters);
+    const int width = frame.parameters.pixels_per_line;
+    const int height = frame.lines();
+    if (!pixels || frame.bytes.empty()) {
+        return;
+    }
+    auto rgb = packedRgb24(std::move(frame.bytes),
+                           {width, height, frame.parameters.bytes_per_line, *pixels});
+    if (rgb.empty()) {
+        return;
+    }
+    const std::unique_ptr<unsigned char, Free> converted(RGB24TO32(rgb.data(), width, height));
+    if (converted) {
+        QImage image(converted.get(), width, height, QImage::Format_RGB32);
+        ui->preview_box->setImage(image);
+    }
+}
+
+void KestrelSettingUI::getSelectedRect(QRect rect, int standard)
+{
+    preview_selected = true;
+    preview_rect = rect;
+    const double perMm = standard / 20.0;
+    const auto mm = [perMm](int pixels) { return perMm > 0.0 ? pixels / perMm : 0.0; };
+    const bool before = updating;
+    updating = true;
+    ui->offset_x->setValue(mm(rect.left()));
+    ui->offset_y->setValue(mm(rect.top()));
+    ui->offset_w->setValue(mm(rect.width()));
+    ui->offset_h->setValue(mm(rect.height()));
+    updating = before;
+}
+
+void KestrelSettingUI::setMoveRect()
+{
+    ui->preview_box->setMoveRect(ui->offset_x->value(), ui->offset_y->value());
+}
+
+void KestrelSettingUI::setSelectedRect()
+{
+    ui->preview_box->setSelectedRect(ui->offset_w->value(), ui->offset_h->value());
+}
+
+/// An offset was typed. At the edge of the picture the number alone is held; the selection follows
+/// only numbers that leave it room.
+void KestrelSettingUI::previewOffsetEdited(QDoubleSpinBox* offset, double v,
+                                           const QDoubleSpinBox* extent)
+{
+    if (updating) {
+        return;
+    }
+    const double room = extent->maximum() - extent->value();
+    if (v >= room) {
+        offset->setValue(room);
+    } else {
+        setMoveRect();
+    }
+}
+
+/// An extent was typed; the same as for an offset.
+void KestrelSettingUI::previewExtentEdited(QDoubleSpinBox* extent, double v,
+                                           const QDoubleSpinBox* offset)
+{
+    if (updating) {
+        return;
+    }
+    const double room = extent->maximum() - offset->value();
+    if (v >= room) {
+        extent->setValue(room);
+    } else {
+        setSelectedRect();
+    }
+}
+
+void KestrelSettingUI::on_offset_x_valueChanged(double v)
+{
+    previewOffsetEdited(ui->offset_x, v, ui->offset_w);
+}
+
+void KestrelSettingUI::on_offset_y_valueChanged(double v)
+{
+    previewOffsetEdited(ui->offset_y, v, ui->offset_h);
+}
+
+void KestrelSettingUI::on_offset_w_valueChanged(double v)
+{
+    previewExtentEdited(ui->offset_w, v, ui->offset_x);
+}
+
+void KestrelSettingUI::on_offset_h_valueChanged(double v)
+{
+    previewExtentEdited(ui->offset_h, v, ui->offset_y);
+}
+
+PreviewRange KestrelSettingUI::previewRange() const
+{
+    return {spin(ui->offset_x), spin(ui->offset_y), spin(ui->offset_w), spin(ui->offset_h),
+            ui->horizontal_range_preview->isChecked()};
+}
+
+void KestrelSettingUI::writePreviewArea(const AreaMm& area)
+{
+    ui->offset_w->setValue(area.width);
+    ui->offset_h->setValue(area.height);
+    ui->offset_x->setValue(area.x);
+    ui->offset_y->setValue(area.y);
+    ui->preview_box->setRect(ui->offset_x->value(), ui->offset_y->value(), ui->offset_w->value(),
+                             ui->offset_h->value());
+}
+
+void KestrelSettingUI::on_preview_scanrange_currentIndexChanged(int /*index*/)
+{
+    updating = true;
+    const auto choice =
+        previewSizeChosen(previewRange(), scanAreaFromText(ui->preview_scanrange->currentText()));
+    if (choice.checkPortrait) {
+        ui->vertical_range_preview->setChecked(true);
+    }
+    if (choice.landscapeEnabled) {
+        ui->horizontal_range_preview->setEnabled(*choice.landscapeEnabled);
+    }
+    if (choice.area) {
+        writePreviewArea(*choice.area);
+    }
+    updating = false;
+}
+
+void KestrelSettingUI::previewRangeGroup(int /*id*/)
+{
+    updating = true;
+    writePreviewArea(previewOrientationClicked(previewRange()));
+    updating = false;
+}

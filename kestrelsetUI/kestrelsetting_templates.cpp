@@ -1,0 +1,163 @@
+// User templates: the combo box, the manager's answers, the scanner's buttons.
+#include "kestrelsetting.h"
+
+#include "dialogs/edittemplate.h"
+#include "form.h"
+#include "settings/settings_file.h"
+#include "settings/template_list.h"
+
+#include <QSettings>
+
+using namespace kestrel;
+
+namespace {
+
+const QString kGroup = QStringLiteral("UserTemplates");
+const QString kNames = QStringLiteral("usertemplate");
+const QString kIndex = QStringLiteral("usertemplate_index");
+const QString kPresets = QStringLiteral("preset_template_num");
+
+QString workingEntry()
+{
+    return QStringLiteral("自订");
+}
+
+/// Selects an item; an index that the list does not have is ignored.
+bool select(QComboBox* list, int index)
+{
+    const bool there = index >= 0 && index < list->count();
+    if (there) {
+        list->setCurrentIndex(index);
+    }
+    return there;
+}
+
+void refill(QComboBox* list, const QStringList& names)
+{
+    list->clear();
+    list->addItems(names);
+}
+
+} // namespace
+
+/// What the file says about templates. Read whole before the combo is touched, which loads groups.
+struct KestrelSettingUI::TemplateRecord
+{
+    QStringList names;
+    QString index; ///< the entry confirmed last, as text; empty when none was
+};
+
+KestrelSettingUI::TemplateRecord KestrelSettingUI::readTemplates() const
+{
+    settings->beginGroup(kGroup);
+    TemplateRecord record{splitTemplateList(settings->value(kNames).toString()),
+                          settings->value(kIndex).toString()};
+    settings->endGroup();
+    return record;
+}
+
+/// Fills the combo at a binding.
+/// @return whether a template is selected
+bool KestrelSettingUI::listTemplates()
+{
+    settings->beginGroup(kGroup);
+    if (settings->value(kPresets).toString().isEmpty()) {
+        settings->setValue(kPresets, QStringLiteral("1"));
+    }
+    settings->endGroup();
+    const auto record = readTemplates();
+    if (record.names.size() < 2) {
+        refill(ui->usertemplate, {workingEntry()});
+        return false;
+    }
+    refill(ui->usertemplate, record.names);
+    const int index = record.index.toInt();
+    return index > 0 && select(ui->usertemplate, index);
+}
+
+void KestrelSettingUI::on_usertemplate_currentIndexChanged(int index)
+{
+    loadConfig(index == 0 ? device_name : ui->usertemplate->currentText());
+}
+
+void KestrelSettingUI::on_default_setting_clicked()
+{
+    loadConfig(device_name + QStringLiteral("default"));
+}
+
+void KestrelSettingUI::on_template_setting_clicked()
+{
+    edit_template->exec();
+}
+
+void KestrelSettingUI::addUserTemplateConfig(QString name)
+{
+    writeConfig(name);
+}
+
+void KestrelSettingUI::resetCurrentUserTemplate(bool reset)
+{
+    if (settings == nullptr) {
+        return;
+    }
+    const int before = ui->usertemplate->currentIndex();
+    auto record = readTemplates();
+    if (!record.names.isEmpty()) {
+        record.names.first() = workingEntry();
+        refill(ui->usertemplate, record.names);
+        // A confirmed template falls back to the working settings whenever the manager has been
+        // open, whether or not it changed anything.
+        if (const int confirmed = record.index.toInt(); confirmed > 0) {
+            select(ui->usertemplate, confirmed);
+            reset = true;
+        }
+    }
+    if (reset) {
+        select(ui->usertemplate, 0);
+        loadConfig(device_name);
+    } else {
+        select(ui->usertemplate, before);
+        loadConfig(ui->usertemplate->itemText(before));
+    }
+}
+
+int KestrelSettingUI::setButtonTemplage(int n)
+{
+    const QString name = QStringLiteral("%1%2").arg(QStringLiteral("button")).arg(n);
+    for (int i = 1; i < ui->usertemplate->count(); ++i) {
+        if (ui->usertemplate->itemText(i) == name) {
+            ui->usertemplate->setCurrentIndex(i);
+            return 1;
+        }
+    }
+    return 0;
+}
+
+/// Confirms: the selected entry's group takes what the controls show.
+void KestrelSettingUI::saveSelectedTemplate()
+{
+    if (settings == nullptr) {
+        return;
+    }
+    const int index = ui->usertemplate->currentIndex();
+    storeGroup(index > 0 ? ui->usertemplate->currentText() : device_name, false);
+    settings->beginGroup(kGroup);
+    settings->setValue(kIndex, index);
+    settings->endGroup();
+    saveSettings(*settings);
+}
+
+/// Throws unsaved edits away. A device that never saved keeps what the dialog shows.
+void KestrelSettingUI::reloadConfirmed()
+{
+    if (settings == nullptr) {
+        return;
+    }
+    const auto record = readTemplates();
+    if (record.index.isEmpty()) {
+        return;
+    }
+    select(ui->usertemplate, record.index.toInt());
+    const int index = ui->usertemplate->currentIndex();
+    loadConfig(index > 0 ? ui->usertemplate->itemText(index) : device_name);
+}
