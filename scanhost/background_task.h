@@ -19,6 +19,7 @@ class BackgroundTask : public QObject
 public:
     using QObject::QObject;
     ~BackgroundTask() override;
+    Q_DISABLE_COPY_MOVE(BackgroundTask)
 
     /// Does nothing while a task is running.
     void start(std::function<void()> work, std::function<void()> done);

@@ -71,6 +71,8 @@ void MainWindow::buildActions()
     m_deviceBox->setObjectName(QStringLiteral("device"));
     m_deviceBox->setAccessibleName(tr("扫描仪"));
     m_deviceBox->setMinimumWidth(260);
+    m_deviceBox->setMaximumWidth(420);
+    m_deviceBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_deviceBox->setModel(&m_devices);
     bar->addWidget(m_deviceBox);
 

@@ -38,6 +38,7 @@ public:
     /// @param configDir folder of the settings files
     explicit MainWindow(const QString& configDir, QWidget* parent = nullptr);
     ~MainWindow() override;
+    Q_DISABLE_COPY_MOVE(MainWindow)
 
     /// Looks for scanners in the background and opens one; ready() follows.
     /// @param deviceName the SANE device to open, listed or not; empty: the first one found

@@ -22,8 +22,7 @@ class WaitCursor
 public:
     WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
+    Q_DISABLE_COPY_MOVE(WaitCursor)
 };
 
 } // namespace

@@ -186,7 +186,7 @@ QString exportPages(const std::vector<Page>& pages, const QString& path, FileFor
     }
     const QStringList files = exportFiles(path, format, static_cast<int>(pages.size()));
     for (int i = 0; i < files.size(); ++i) {
-        const QString problem = exportImage(pages[static_cast<std::size_t>(i)], files[i], format);
+        QString problem = exportImage(pages[static_cast<std::size_t>(i)], files[i], format);
         if (!problem.isEmpty()) {
             return problem;
         }

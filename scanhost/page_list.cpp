@@ -13,6 +13,7 @@ void PageList::append(const Page& page)
     const int row = rowCount();
     beginInsertRows({}, row, row);
     m_pages.push_back(page);
+    m_icons.emplace_back(QPixmap::fromImage(page.thumbnail));
     endInsertRows();
 }
 
@@ -28,6 +29,7 @@ void PageList::remove(std::vector<int> rows)
         const auto page = m_pages.begin() + row;
         QFile::remove(page->file);
         m_pages.erase(page);
+        m_icons.erase(m_icons.begin() + row);
         endRemoveRows();
     }
     // The numbers under the pages behind have changed.
@@ -52,7 +54,7 @@ QVariant PageList::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return tr("第 %1 页").arg(index.row() + 1);
     case Qt::DecorationRole:
-        return page.thumbnail;
+        return m_icons[static_cast<std::size_t>(index.row())];
     case Qt::ToolTipRole:
         return tr("%1 × %2 像素，%3 dpi，%4 × %5 毫米")
             .arg(page.pixels.width())

@@ -5,6 +5,7 @@
 #include "page_store.h"
 
 #include <QAbstractListModel>
+#include <QIcon>
 
 #include <vector>
 
@@ -32,6 +33,7 @@ public:
 
 private:
     std::vector<Page> m_pages;
+    std::vector<QIcon> m_icons; ///< of the same rows
 };
 
 } // namespace kestrel

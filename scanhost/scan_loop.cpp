@@ -23,8 +23,7 @@ class ScanGuard
 public:
     explicit ScanGuard(SANE_Handle handle) : m_handle(handle) {}
     ~ScanGuard() { sane_cancel(m_handle); }
-    ScanGuard(const ScanGuard&) = delete;
-    ScanGuard& operator=(const ScanGuard&) = delete;
+    Q_DISABLE_COPY_MOVE(ScanGuard)
 
 private:
     SANE_Handle m_handle;

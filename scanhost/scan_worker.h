@@ -22,6 +22,7 @@ public:
     explicit ScanWorker(QObject* parent = nullptr);
     /// Ends a running scan and waits for it.
     ~ScanWorker() override;
+    Q_DISABLE_COPY_MOVE(ScanWorker)
 
     /// Starts a scan; does nothing while one is running.
     /// @param handle the open scanner; not to be used by anyone else until finished()

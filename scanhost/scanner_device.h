@@ -29,8 +29,7 @@ class SaneLibrary
 public:
     SaneLibrary();
     ~SaneLibrary();
-    SaneLibrary(const SaneLibrary&) = delete;
-    SaneLibrary& operator=(const SaneLibrary&) = delete;
+    Q_DISABLE_COPY_MOVE(SaneLibrary)
 
     /// @return the result of sane_init()
     SANE_Status status() const { return m_status; }
@@ -49,8 +48,7 @@ class ScannerDevice
 public:
     ScannerDevice() = default;
     ~ScannerDevice() { close(); }
-    ScannerDevice(const ScannerDevice&) = delete;
-    ScannerDevice& operator=(const ScannerDevice&) = delete;
+    Q_DISABLE_COPY_MOVE(ScannerDevice)
 
     /// Opens the scanner, after closing the one that was open.
     /// @param info info.name is what SANE is asked for

@@ -40,8 +40,7 @@ public:
     /// @throws std::bad_alloc when there is no dialog to be had
     explicit SettingsDialog(QWidget* parent);
     ~SettingsDialog();
-    SettingsDialog(const SettingsDialog&) = delete;
-    SettingsDialog& operator=(const SettingsDialog&) = delete;
+    Q_DISABLE_COPY_MOVE(SettingsDialog)
 
     /// Binds the dialog to an open scanner: its options and its settings file are read.
     /// @param handle SANE handle; it stays the caller's and has to stay open
