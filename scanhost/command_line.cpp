@@ -46,6 +46,7 @@ struct Options
         "simulator",
         lineText(QT_TRANSLATE_NOOP("CommandLine", "使用随附的模拟扫描仪，不需要真实设备"))};
     QCommandLineOption screenshots = hidden("screenshots", "DIR");
+    QCommandLineOption tour = hidden("tour", "FILE");
 
 private:
     static QCommandLineOption hidden(const char* name, const char* value)
@@ -110,7 +111,7 @@ CommandLine parseCommandLine(const QStringList& arguments, QString& problem)
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOptions({options.list, options.device, options.batch, options.pdf, options.button,
                        options.blankPages, options.configDir, options.simulator,
-                       options.screenshots});
+                       options.screenshots, options.tour});
     CommandLine line;
     if (!parser.parse(arguments)) {
         problem = parser.errorText();
@@ -124,6 +125,7 @@ CommandLine parseCommandLine(const QStringList& arguments, QString& problem)
     }
     line.device = parser.value(options.device);
     line.simulator = parser.isSet(options.simulator);
+    line.tourFile = parser.value(options.tour);
     line.configDir = parser.isSet(options.configDir)
                          ? parser.value(options.configDir)
                          : QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);

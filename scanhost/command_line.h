@@ -25,6 +25,7 @@ struct CommandLine
     QString configDir;                    ///< folder of the settings files
     QString outputDir;                    ///< for Batch and Screenshots
     QString pdfFile;                      ///< for Batch; empty: no PDF
+    QString tourFile;                     ///< for Window: PDF of a guided first scan; empty: none
     std::optional<int> button;            ///< template of this scanner button
     std::optional<bool> removeBlankPages; ///< switch the removal of blank pages
     bool simulator = false;               ///< use the simulated scanners

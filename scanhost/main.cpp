@@ -6,6 +6,7 @@
 #include "screenshots.h"
 #include "simulator_env.h"
 #include "status_text.h"
+#include "tour.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -46,8 +47,11 @@ int runWindow(const kestrel::CommandLine& line)
 {
     kestrel::MainWindow window(line.configDir);
     kestrel::Screenshots screenshots(window, line.outputDir);
+    kestrel::Tour tour(window, line.tourFile);
     if (line.mode == kestrel::RunMode::Screenshots) {
         screenshots.arm();
+    } else if (!line.tourFile.isEmpty()) {
+        tour.arm();
     }
     window.show();
     window.findDevices(line.device);

@@ -55,6 +55,9 @@ public:
     /// @return what the message bar says
     QString message() const;
 
+    /// Saves all pages, without asking, in the background; errors go to the message bar.
+    void saveTo(const QString& path, FileFormat format);
+
     /// Forgets that pages have not been saved, so that closing asks nothing.
     void discardPages() { m_unsaved = false; }
 
@@ -96,7 +99,6 @@ private:
     void savePages(FileFormat format);
     QString askFileName(FileFormat format);
     bool mayReplace(const QStringList& files);
-    void runExport(const QString& path, FileFormat format);
 
     QString m_configDir;
     QTemporaryDir m_folder;

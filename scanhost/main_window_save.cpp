@@ -48,10 +48,10 @@ void MainWindow::savePages(FileFormat format)
         return;
     }
     m_saveFolder = QFileInfo(path).path();
-    runExport(path, format);
+    saveTo(path, format);
 }
 
-void MainWindow::runExport(const QString& path, FileFormat format)
+void MainWindow::saveTo(const QString& path, FileFormat format)
 {
     m_messages->showMessage({});
     m_activity->setText(tr("正在保存…"));
