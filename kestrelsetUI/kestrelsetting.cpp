@@ -3,11 +3,11 @@
 
 #include "dialogs/customresolution.h"
 #include "dialogs/edittemplate.h"
-#include "form.h"
 #include "kestrelsettingui.h"
 #include "rules/side_mode.h"
 #include "scanner/value_tables.h"
 #include "settings/settings_file.h"
+#include "ui_kestrelsetting.h"
 
 #include <QCloseEvent>
 #include <QMessageBox>

@@ -23,7 +23,7 @@ class CustomResolution;
 class EditTemplate;
 class QDoubleSpinBox;
 class QSettings;
-class Ui_KestrelSetting;
+class Q_DECL_EXPORT Ui_KestrelSetting; // generated from the form
 namespace kestrel {
 struct Setting;
 }
@@ -200,8 +200,8 @@ protected:
     bool portrait = true;       ///< orientation flag
 
 private:
-    class Discovery;
-    struct TemplateRecord;
+    class Q_DECL_HIDDEN Discovery;
+    struct Q_DECL_HIDDEN TemplateRecord;
 
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 

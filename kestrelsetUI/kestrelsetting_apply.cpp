@@ -1,10 +1,10 @@
 // Every setting, one option at a time and always in this order, from the controls to the scanner.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "rules/gamma.h"
 #include "scanner/sane_device.h"
 #include "scanner/value_tables.h"
+#include "ui_kestrelsetting.h"
 
 #include <utility>
 

@@ -2,12 +2,12 @@
 #include "kestrelsetting.h"
 
 #include "dialogs/edittemplate.h"
-#include "form.h"
 #include "rules/gamma.h"
 #include "settings/settings_file.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
 #include "settings/text_codec.h"
+#include "ui_kestrelsetting.h"
 
 #include <QSettings>
 

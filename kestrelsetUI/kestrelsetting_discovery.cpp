@@ -2,11 +2,11 @@
 #include "kestrelsetting.h"
 
 #include "dialogs/customresolution.h"
-#include "form.h"
 #include "rules/paper_size.h"
 #include "rules/side_mode.h"
 #include "scanner/sane_device.h"
 #include "scanner/value_tables.h"
+#include "ui_kestrelsetting.h"
 
 #include <QDebug>
 
@@ -67,7 +67,7 @@ private:
         const char* name;
         void (*handle)(Discovery&);
     };
-    static const std::vector<Row>& vocabulary();
+    static const Row* row(const char* name);
 
     // The option at hand.
     bool active() const { return isActive(*option_); }
@@ -113,11 +113,12 @@ private:
     SANE_Word lastWord_ = 0;
 };
 
-const std::vector<KestrelSettingUI::Discovery::Row>& KestrelSettingUI::Discovery::vocabulary()
+/// What is known of an option, by name and ignoring case.
+const KestrelSettingUI::Discovery::Row* KestrelSettingUI::Discovery::row(const char* name)
 {
     using D = Discovery;
     // clang-format off
-    static const std::vector<Row> rows = {
+    static constexpr Row kRows[] = {
         {"mode",                              [](D& d) { (void)d.text(); }},
         {"source",                            [](D& d) { d.source(); }},
         {"resolution",                        [](D& d) { d.resolution(); }},
@@ -165,7 +166,10 @@ const std::vector<KestrelSettingUI::Discovery::Row>& KestrelSettingUI::Discovery
         {"eject-paper-opposite-side",         [](D& d) { d.ui_.eject_paper_groupBox->setHidden(!d.active()); }},
     };
     // clang-format on
-    return rows;
+    const auto* const found =
+        std::find_if(std::begin(kRows), std::end(kRows),
+                     [name](const Row& known) { return sameText(known.name, name); });
+    return found != std::end(kRows) ? found : nullptr;
 }
 
 void KestrelSettingUI::Discovery::startAfresh()
@@ -197,17 +201,13 @@ void KestrelSettingUI::Discovery::startAfresh()
 
 void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
 {
-    const auto& rows = vocabulary();
     for (index_ = 1; index_ < count.walkEnd(); ++index_) {
         option_ = device_.descriptor(index_);
         if (option_ == nullptr || option_->name == nullptr) {
             continue;
         }
-        const auto row = std::find_if(rows.begin(), rows.end(), [this](const Row& known) {
-            return sameText(known.name, option_->name);
-        });
-        if (row != rows.end()) {
-            row->handle(*this);
+        if (const auto* const known = row(option_->name)) {
+            known->handle(*this);
         }
     }
 }

@@ -1,8 +1,8 @@
 // The information tab, the backend's peculiarities, power and paper ejection.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "system/system_info.h"
+#include "ui_kestrelsetting.h"
 
 #include <QDebug>
 

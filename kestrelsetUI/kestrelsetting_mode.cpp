@@ -1,8 +1,8 @@
 // Image modes of both sides, colour detection, binarisation, gamma, colour dropout.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "rules/gamma.h"
+#include "ui_kestrelsetting.h"
 
 using namespace kestrel;
 

@@ -2,11 +2,11 @@
 // play, and the labels that follow their sliders.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "rules/bounds.h"
 #include "rules/paper_size.h"
 #include "scanner/sane_device.h"
 #include "scanner/value_tables.h"
+#include "ui_kestrelsetting.h"
 
 using namespace kestrel;
 

@@ -1,12 +1,12 @@
 // The preview scan, and the selection in millimetres beside the picture.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "kestrelsettingui.h"
 #include "rules/pixels.h"
 #include "scanner/frame_reader.h"
 #include "scanner/status_text.h"
 #include "scanner/value_tables.h"
+#include "ui_kestrelsetting.h"
 
 #include <QDebug>
 #include <QGuiApplication>

@@ -1,8 +1,8 @@
 // Paper size, orientation and the four fields of the scan area.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "rules/scan_range.h"
+#include "ui_kestrelsetting.h"
 
 using namespace kestrel;
 

@@ -2,7 +2,7 @@
 #include "kestrelsetting.h"
 
 #include "dialogs/customresolution.h"
-#include "form.h"
+#include "ui_kestrelsetting.h"
 
 namespace {
 

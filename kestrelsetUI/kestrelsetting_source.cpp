@@ -1,8 +1,8 @@
 // What the paper source brings into play and takes away.
 #include "kestrelsetting.h"
 
-#include "form.h"
 #include "scanner/value_tables.h"
+#include "ui_kestrelsetting.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 #include "kestrelsetting.h"
 
 #include "dialogs/edittemplate.h"
-#include "form.h"
 #include "settings/settings_file.h"
 #include "settings/template_list.h"
+#include "ui_kestrelsetting.h"
 
 #include <QSettings>
 
