@@ -44,7 +44,10 @@ ScanPlan planFor(const ScannerDevice& device, const ScanAnswers& answers)
     if (plan.dpi <= 0) {
         plan.dpi = std::max(answers.dpi, 0);
     }
-    if (answers.source == PaperSource::Flatbed || answers.singleSheet) {
+    // Of several originals on the glass only the scanner knows how many it finds.
+    const bool severalOnGlass = answers.source == PaperSource::Flatbed &&
+                                device.numberOption("flatbed-multi-crop").value_or(0) != 0;
+    if ((answers.source == PaperSource::Flatbed || answers.singleSheet) && !severalOnGlass) {
         const QString streams = device.textOption("multistream-list").value_or(QString());
         plan.imageLimit = imagesPerSide(streams, answers.split) * (answers.duplex ? 2 : 1);
     }

@@ -18,7 +18,9 @@ int imagesPerSide(const QString& multistream, bool split);
 
 /// @param device the scanner, all settings sent
 /// @param answers the dialog's
-/// @return what to scan: a feeder until it is empty, the flatbed once
+/// @return what to scan: a feeder until it is empty, the flatbed once, with several originals on it
+/// all
+///         that the scanner finds
 ScanPlan planFor(const ScannerDevice& device, const ScanAnswers& answers);
 
 /// @return the settings in one line for the status bar, for example "300 dpi · 文档进纸器 · 双面"

@@ -124,7 +124,7 @@ std::optional<double> ScannerDevice::numberOption(const char* name) const
 {
     const auto found = find(name);
     if (!found || found->descriptor->size != static_cast<SANE_Int>(sizeof(SANE_Word)) ||
-        (found->descriptor->type != SANE_TYPE_INT && found->descriptor->type != SANE_TYPE_FIXED)) {
+        found->descriptor->type > SANE_TYPE_FIXED) {
         return std::nullopt;
     }
     SANE_Word word = 0;

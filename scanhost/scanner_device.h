@@ -64,7 +64,8 @@ public:
     ///         it is inactive, or cannot be read
     std::optional<QString> textOption(const char* name) const;
 
-    /// @return the value of the integer or fixed-point option @p name, else as textOption()
+    /// @return the value of the single switch, integer or fixed-point option @p name, else as
+    ///         textOption()
     std::optional<double> numberOption(const char* name) const;
 
 private:
