@@ -4,21 +4,66 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <new>
+
+#if defined(__x86_64__)
+#include <tmmintrin.h>
+#endif
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace kestrel {
 namespace {
 
-std::uint32_t wide(unsigned char red, unsigned char green, unsigned char blue)
+// From this size on, memory comes fresh from the system.
+constexpr std::size_t kFreshMemory = std::size_t{4} << 20U;
+
+/// Asks for large pages behind @p memory: touching fresh memory in small ones takes several times
+/// as long as the conversion into it. Where there are none, nothing changes.
+void preferLargePages(void* memory, std::size_t size)
 {
-    return std::uint32_t{red} << 16U | std::uint32_t{green} << 8U | blue;
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const auto gap = (page - reinterpret_cast<std::uintptr_t>(memory) % page) % page;
+    if (size >= kFreshMemory) {
+        madvise(static_cast<unsigned char*>(memory) + gap, (size - gap) / page * page,
+                MADV_HUGEPAGE);
+    }
 }
+
+void convertOneByOne(const unsigned char* rgb, std::uint32_t* pixels, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i, rgb += 3) {
+        pixels[i] =
+            std::uint32_t{rgb[0]} << 16U | std::uint32_t{rgb[1]} << 8U | std::uint32_t{rgb[2]};
+    }
+}
+
+#if defined(__x86_64__)
+/// Four pixels at once, for the processors that can pick bytes.
+/// @return how many of the pixels it has converted
+__attribute__((target("ssse3"))) std::size_t
+convertFourByFour(const unsigned char* rgb, std::uint32_t* pixels, std::size_t count)
+{
+    const __m128i order = _mm_setr_epi8(2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1);
+    std::size_t i = 0;
+    // Sixteen bytes are read for the twelve of four pixels: two more pixels must follow.
+    for (; i + 6 <= count; i += 4) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(rgb + 3 * i));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + i), _mm_shuffle_epi8(bytes, order));
+    }
+    return i;
+}
+#endif
 
 void convertPixels(const unsigned char* rgb, std::uint32_t* pixels, std::size_t count)
 {
-    for (std::size_t i = 0; i < count; ++i, rgb += 3) {
-        pixels[i] = wide(rgb[0], rgb[1], rgb[2]);
+    std::size_t done = 0;
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("ssse3") != 0) {
+        done = convertFourByFour(rgb, pixels, count);
     }
+#endif
+    convertOneByOne(rgb + 3 * done, pixels + done, count - done);
 }
 
 std::optional<std::size_t> bytesOfRow(const FrameShape& shape)
@@ -82,6 +127,7 @@ unsigned char* rgb24To32(const unsigned char* rgb, int width, int height)
     }
     auto* pixels = static_cast<std::uint32_t*>(std::malloc(*size));
     if (pixels != nullptr && height >= 2) {
+        preferLargePages(pixels, *size);
         // Rows follow each other without gaps on both sides: all but the last are one run.
         convertPixels(rgb, pixels, *size / 4 - static_cast<std::size_t>(width));
     }

@@ -49,24 +49,22 @@ unsigned char* rgb24To32(const unsigned char* rgb, int width, int height);
 ///         shorter than their pixels, or more than kMaximumPackedBytes
 std::vector<unsigned char> packedRgb24(std::vector<unsigned char> bytes, const FrameShape& shape);
 
-/// Nearest-neighbour scaling of a part of a picture: what a picture of @p width x @p height, scaled
-/// to
-/// @p fullWidth x @p fullHeight, shows from (@p left, @p top) on.
-/// @param from pixels of the picture, rows @p fromStride pixels apart
-/// @param to pixels of the part, rows @p toStride pixels apart, @p partWidth x @p partHeight of
-/// them,
-///        all within the scaled picture
+/// A part of a scaled picture; lengths in pixels.
 struct ScaledPart
 {
-    int width;
+    int width; ///< of the picture
     int height;
-    std::int64_t fullWidth;
+    std::int64_t fullWidth; ///< of the scaled picture, above 0
     std::int64_t fullHeight;
-    std::int64_t left;
+    std::int64_t left; ///< where the part begins, within the scaled picture like all of it
     std::int64_t top;
     int partWidth;
     int partHeight;
 };
+
+/// Scales a part of a picture by taking the nearest pixel.
+/// @param from the picture, its rows @p fromStride pixels apart
+/// @param to where the part goes, its rows @p toStride pixels apart
 void scaleNearest(const std::uint32_t* from, std::size_t fromStride, std::uint32_t* to,
                   std::size_t toStride, const ScaledPart& part);
 
