@@ -312,16 +312,18 @@ bool holdsValueStartingWith(const QByteArray& data, const QByteArray& marker)
     return false;
 }
 
-QHash<QString, QStringList> readIniEntries(const QByteArray& data)
+QMultiHash<QString, QStringList> readIniEntries(const QByteArray& data)
 {
-    QHash<QString, QStringList> entries;
+    QMultiHash<QString, QStringList> entries;
     QString prefix;
     LineReader reader(data);
     Line line{};
     while (reader.next(line)) {
         if (*line.text.begin == '[') {
             prefix = groupPrefix(line.text);
-        } else if (line.equals != nullptr) {
+        } else if (line.equals == nullptr) {
+            entries.insert(QString(), QStringList());
+        } else {
             entries.insert(prefix + unescapeKey(trimmed({line.text.begin, line.equals})),
                            ValueReader({line.equals + 1, line.text.end}).elements());
         }

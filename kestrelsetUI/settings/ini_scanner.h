@@ -21,7 +21,8 @@ bool holdsSerializedObject(const QByteArray& data);
 bool holdsValueStartingWith(const QByteArray& data, const QByteArray& marker);
 
 /// The elements of each value by full key ("Group/key"); several elements make a list. Escapes for
-/// texts that begin with "@" are still in place.
-QHash<QString, QStringList> readIniEntries(const QByteArray& data);
+/// texts that begin with "@" are still in place. A key that stands there twice is there twice; a
+/// line that is no pair of key and value stands under an empty key.
+QMultiHash<QString, QStringList> readIniEntries(const QByteArray& data);
 
 } // namespace kestrel

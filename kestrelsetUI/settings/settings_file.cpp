@@ -7,11 +7,14 @@
 
 #include <QAtomicInt>
 #include <QCoreApplication>
+#include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QLockFile>
 
+#include <algorithm>
 #include <chrono>
 
 namespace kestrel {
@@ -19,6 +22,8 @@ namespace kestrel {
 namespace {
 
 constexpr std::chrono::milliseconds savePatience{5000};
+constexpr std::chrono::milliseconds lockPollTime{200};
+constexpr std::chrono::milliseconds signingTime{1000};
 
 // No file can ever stand below a device, and none can be created there.
 const char memoryPrefix[] = "/dev/null/";
@@ -68,6 +73,17 @@ bool isSafeToRead(const QString& path, QByteArray* content = nullptr)
     return false;
 }
 
+// A lock file is signed as soon as it is made: one that nobody has signed for a while belongs to a
+// process that was killed in between.
+void removeUnsignedLock(const QString& lockPath)
+{
+    const QFileInfo lock(lockPath);
+    if (lock.size() == 0 &&
+        lock.lastModified().msecsTo(QDateTime::currentDateTime()) > signingTime.count()) {
+        QFile::remove(lockPath);
+    }
+}
+
 // The toolkit waits for its own lock file without limit, also for one that can never be its.
 bool canLockFile(const QString& path)
 {
@@ -77,7 +93,14 @@ bool canLockFile(const QString& path)
         return false;
     }
     QLockFile probe(lockPath);
-    return probe.tryLock(static_cast<int>(savePatience.count()));
+    const QDeadlineTimer deadline(savePatience);
+    while (!probe.tryLock(static_cast<int>(lockPollTime.count()))) {
+        if (probe.error() != QLockFile::LockFailedError || deadline.hasExpired()) {
+            return false;
+        }
+        removeUnsignedLock(lockPath);
+    }
+    return true;
 }
 
 using Snapshot = QHash<QString, QVariant>;
@@ -88,7 +111,8 @@ Snapshot snapshotOf(const QSettings& settings)
     const QStringList keys = settings.allKeys();
     snapshot.reserve(keys.size());
     for (const QString& key : keys) {
-        snapshot.insert(key, settings.value(key));
+        // A line without a key is kept by the toolkit, but can't be asked for.
+        snapshot.insert(key, key.isEmpty() ? QVariant() : settings.value(key));
     }
     return snapshot;
 }
@@ -121,23 +145,22 @@ QString withoutEscape(const QString& text)
     return text;
 }
 
-// A cut file lacks keys at its end or the end of its last line; a file with holes has other values.
+// A cut file lacks lines at its end or the end of its last line; a file with holes has other
+// values. Lines are counted because the toolkit can't read back every name that it takes over from
+// a file made by others.
 bool holds(const QByteArray& content, const Snapshot& snapshot)
 {
-    if (snapshot.isEmpty()) {
-        return true;
-    }
-    if (!content.endsWith('\n')) {
+    const QMultiHash<QString, QStringList> entries = readIniEntries(content);
+    if (entries.size() != snapshot.size() || (!content.isEmpty() && !content.endsWith('\n'))) {
         return false;
     }
-    const QHash<QString, QStringList> entries = readIniEntries(content);
     for (auto wanted = snapshot.cbegin(); wanted != snapshot.cend(); ++wanted) {
-        const auto found = entries.constFind(wanted.key());
-        if (found == entries.cend()) {
-            return false;
-        }
-        if (isWrittenAsText(wanted.value()) &&
-            (found->size() != 1 || withoutEscape(found->first()) != wanted->toString())) {
+        const QList<QStringList> found = entries.values(wanted.key());
+        const auto isWanted = [&wanted](const QStringList& elements) {
+            return elements.size() == 1 && withoutEscape(elements.first()) == wanted->toString();
+        };
+        if (!found.isEmpty() && isWrittenAsText(wanted.value()) &&
+            std::none_of(found.cbegin(), found.cend(), isWanted)) {
             return false;
         }
     }
@@ -151,12 +174,12 @@ void putBack(QSettings& settings, const Snapshot& snapshot)
     settings.sync();
     const Snapshot old = snapshotOf(settings);
     for (auto entry = old.cbegin(); entry != old.cend(); ++entry) {
-        if (!snapshot.contains(entry.key())) {
+        if (!snapshot.contains(entry.key()) && !entry.key().isEmpty()) {
             settings.remove(entry.key());
         }
     }
     for (auto entry = snapshot.cbegin(); entry != snapshot.cend(); ++entry) {
-        if (old.value(entry.key()) != entry.value()) {
+        if (old.value(entry.key()) != entry.value() && !entry.key().isEmpty()) {
             settings.setValue(entry.key(), entry.value());
         }
     }

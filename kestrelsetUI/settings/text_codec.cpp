@@ -9,6 +9,12 @@ namespace {
 
 constexpr std::uint8_t frontColour = 4;
 
+// The toolkit takes "nan" for a number; no control has a use for it.
+double orZero(double value)
+{
+    return std::isnan(value) ? 0.0 : value;
+}
+
 } // namespace
 
 QString integerText(int value)
@@ -38,20 +44,17 @@ int parseInteger(const QString& text)
 
 double parseReal(const QString& text)
 {
-    return text.toDouble();
+    return orZero(text.toDouble());
 }
 
 double parseSingleReal(const QString& text)
 {
-    return static_cast<double>(text.toFloat());
+    return orZero(static_cast<double>(text.toFloat()));
 }
 
 int parseTruncated(const QString& text)
 {
-    const double value = text.toDouble();
-    if (std::isnan(value)) {
-        return 0;
-    }
+    const double value = parseReal(text);
     constexpr double lowest = std::numeric_limits<int>::min();
     constexpr double highest = std::numeric_limits<int>::max();
     return static_cast<int>(std::fmin(std::fmax(value, lowest), highest));

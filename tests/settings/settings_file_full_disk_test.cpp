@@ -1,0 +1,213 @@
+// Saving when there is no room: on a file system of sixteen pages, mounted in a namespace of the
+// test's own, and with a limit on the size of files.
+#include "settings/settings_file.h"
+
+#include "child_process.h"
+#include "settings_folder.h"
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace kestrel;
+using namespace kestrel::test;
+
+namespace {
+
+constexpr int keyCount = 200;
+constexpr int pages = 16;
+constexpr int pageSize = 4096;
+
+QString keyNamed(int number)
+{
+    return QStringLiteral("ScannerA/setting_with_a_long_name_%1").arg(number);
+}
+
+void setAll(QSettings& settings, const QString& value)
+{
+    for (int i = 0; i < keyCount; ++i) {
+        settings.setValue(keyNamed(i), value);
+    }
+}
+
+Values allWith(const QString& value)
+{
+    Values values;
+    for (int i = 0; i < keyCount; ++i) {
+        values.insert(keyNamed(i), value);
+    }
+    return values;
+}
+
+void writeText(const char* path, const QByteArray& text)
+{
+    QFile file(QString::fromLatin1(path));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path;
+    ASSERT_EQ(file.write(text), text.size());
+}
+
+/// Mounts a tiny file system on @p folder, visible to this process only.
+void mountTinyDisk(const QString& folder)
+{
+    const uid_t user = ::geteuid();
+    const gid_t group = ::getegid();
+    if (user == 0) {
+        ASSERT_EQ(::unshare(CLONE_NEWNS), 0) << "the test needs mount namespaces";
+    } else {
+        ASSERT_EQ(::unshare(CLONE_NEWUSER | CLONE_NEWNS), 0) << "the test needs user namespaces";
+        writeText("/proc/self/setgroups", "deny");
+        writeText("/proc/self/uid_map", "0 " + QByteArray::number(user) + " 1");
+        writeText("/proc/self/gid_map", "0 " + QByteArray::number(group) + " 1");
+    }
+    ASSERT_EQ(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+    ASSERT_EQ(::mount("tiny", QFile::encodeName(folder).constData(), "tmpfs", 0, "size=64k"), 0);
+}
+
+/// Fills the disk until @p freePages are left.
+void fill(const QString& folder, int freePages)
+{
+    QFile all(folder + QStringLiteral("/filler"));
+    ASSERT_TRUE(all.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    const QByteArray page(pageSize, 'x');
+    int written = 0;
+    while (all.write(page) == page.size()) {
+        ++written;
+    }
+    ASSERT_LE(written, pages);
+    ASSERT_TRUE(all.resize(static_cast<qint64>(std::max(written - freePages, 0)) * pageSize));
+}
+
+struct Outcome
+{
+    bool saved;
+    Values after;
+};
+
+/// What a save reports must be what the next start finds: all of the new values, or the old file.
+void expectOldOrNew(const Outcome& outcome, const Values& old)
+{
+    if (outcome.saved) {
+        EXPECT_EQ(outcome.after, allWith(QStringLiteral("new")));
+    } else {
+        EXPECT_EQ(outcome.after, old);
+    }
+}
+
+} // namespace
+
+TEST(SettingsOnAFullDisk, OldFileOrNewFileAtEveryNumberOfFreePages)
+{
+    const SettingsFolder folder;
+    const QString mount = QFileInfo(folder.filePath()).path();
+    const QString report = QFileInfo(mount).path() + QStringLiteral("/report-%1").arg(::getpid());
+    for (int freePages = 0; freePages <= pages; ++freePages) {
+        inChildProcess([&] {
+            mountTinyDisk(mount);
+            if (testing::Test::HasFatalFailure()) {
+                return;
+            }
+            const SettingsHandle settings = openSettings(folder.filePath());
+            setAll(*settings, QStringLiteral("old"));
+            ASSERT_TRUE(saveSettings(*settings));
+            fill(mount, freePages);
+            setAll(*settings, QStringLiteral("new"));
+            const bool saved = saveSettings(*settings);
+            expectOldOrNew({saved, readAfterRestart(folder.filePath())},
+                           allWith(QStringLiteral("old")));
+            EXPECT_EQ(settings->value(keyNamed(0)).toString(), QStringLiteral("new"));
+            EXPECT_EQ(folder.files().size(), 2)
+                << folder.files().join(QLatin1Char(' ')).toStdString();
+            // What could not be written is not forgotten.
+            ASSERT_TRUE(QFile::remove(mount + QStringLiteral("/filler")));
+            EXPECT_TRUE(saveSettings(*settings));
+            EXPECT_EQ(readAfterRestart(folder.filePath()), allWith(QStringLiteral("new")));
+            QFile file(report);
+            ASSERT_TRUE(file.open(QIODevice::Append));
+            file.write(saved ? "n" : "o");
+        });
+    }
+    QFile file(report);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray outcomes = file.readAll();
+    file.remove();
+    EXPECT_EQ(outcomes.size(), pages + 1);
+    EXPECT_GE(outcomes.count('o'), 1) << "the disk was never full: nothing was tested";
+    EXPECT_GE(outcomes.count('n'), 1) << "the disk was always full";
+}
+
+TEST(SettingsOnAFullDisk, FirstSaveLeavesAWholeFileOrNone)
+{
+    const SettingsFolder folder;
+    const QString mount = QFileInfo(folder.filePath()).path();
+    for (int freePages = 0; freePages <= pages; ++freePages) {
+        inChildProcess([&] {
+            mountTinyDisk(mount);
+            if (testing::Test::HasFatalFailure()) {
+                return;
+            }
+            fill(mount, freePages);
+            const SettingsHandle settings = openSettings(folder.filePath());
+            setAll(*settings, QStringLiteral("new"));
+            const bool saved = saveSettings(*settings);
+            expectOldOrNew({saved, readAfterRestart(folder.filePath())}, {});
+            EXPECT_EQ(QFile::exists(folder.filePath()), saved);
+            EXPECT_EQ(settings->value(keyNamed(0)).toString(), QStringLiteral("new"));
+        });
+    }
+}
+
+TEST(SettingsOnAFullDisk, RemovedGroupStaysRemovedInMemoryAndIsRemovedLater)
+{
+    const SettingsFolder folder;
+    const QString mount = QFileInfo(folder.filePath()).path();
+    for (int freePages = 0; freePages <= 4; ++freePages) {
+        inChildProcess([&] {
+            mountTinyDisk(mount);
+            if (testing::Test::HasFatalFailure()) {
+                return;
+            }
+            const SettingsHandle settings = openSettings(folder.filePath());
+            setAll(*settings, QStringLiteral("old"));
+            settings->setValue(QStringLiteral("Office/source"), QStringLiteral("1"));
+            ASSERT_TRUE(saveSettings(*settings));
+            fill(mount, freePages);
+            settings->remove(QStringLiteral("Office"));
+            saveSettings(*settings);
+            EXPECT_FALSE(settings->contains(QStringLiteral("Office/source")));
+            ASSERT_TRUE(QFile::remove(mount + QStringLiteral("/filler")));
+            EXPECT_TRUE(saveSettings(*settings));
+            EXPECT_EQ(readAfterRestart(folder.filePath()), allWith(QStringLiteral("old")));
+        });
+    }
+}
+
+TEST(SettingsOnAFullDisk, OldFileOrNewFileAtEveryLimitOfSize)
+{
+    const SettingsFolder folder;
+    for (const rlim_t limit :
+         {0, 1, 20, 100, 511, 512, 1000, 4095, 4096, 4097, 8000, 8192, 9000, 9600, 20000, 60000}) {
+        inChildProcess([&] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const QString path = folder.filePath(QString::number(limit));
+            const SettingsHandle settings = openSettings(path);
+            setAll(*settings, QStringLiteral("old"));
+            ASSERT_TRUE(saveSettings(*settings));
+            setAll(*settings, QStringLiteral("new"));
+            rlimit before{};
+            ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+            rlimit during = before;
+            during.rlim_cur = limit;
+            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
+            const bool saved = saveSettings(*settings);
+            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+            expectOldOrNew({saved, readAfterRestart(path)}, allWith(QStringLiteral("old")));
+            // Old and new file are of the same size.
+            const auto size = static_cast<rlim_t>(QFileInfo(path).size());
+            EXPECT_EQ(saved, limit >= size) << "limit " << limit << ", size " << size;
+        });
+    }
+}

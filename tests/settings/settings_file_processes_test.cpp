@@ -1,0 +1,68 @@
+// Several processes at the same file.
+#include "settings_folder.h"
+#include "watched_file.h"
+
+#include <QProcess>
+
+#include <memory>
+#include <vector>
+
+using namespace kestrel::test;
+
+namespace {
+
+constexpr int rounds = 15;
+
+std::unique_ptr<QProcess> startWriter(const QString& path, const QString& group, int first)
+{
+    auto writer = std::make_unique<QProcess>();
+    writer->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    writer->start(qEnvironmentVariable("KESTREL_SETTINGS_WRITER"),
+                  {path, group, QString::number(first), QString::number(rounds)});
+    EXPECT_TRUE(writer->waitForStarted()) << "KESTREL_SETTINGS_WRITER names no program";
+    return writer;
+}
+
+} // namespace
+
+TEST(SettingsProcesses, TwoWritersLoseNothingAndNobodySeesATornFile)
+{
+    const SettingsFolder folder;
+    const QString groups[] = {QStringLiteral("A"), QStringLiteral("B")};
+    const std::unique_ptr<QProcess> writers[] = {startWriter(folder.filePath(), groups[0], 1000),
+                                                 startWriter(folder.filePath(), groups[1], 2000)};
+    int looks = 0;
+    while (writers[0]->state() != QProcess::NotRunning ||
+           writers[1]->state() != QProcess::NotRunning) {
+        const QByteArray content = contentOf(folder.filePath());
+        EXPECT_NE(commonNumber(content, groups[0]), -2) << content.constData();
+        EXPECT_NE(commonNumber(content, groups[1]), -2) << content.constData();
+        ++looks;
+        for (const auto& writer : writers) {
+            writer->waitForFinished(1);
+        }
+    }
+    for (const auto& writer : writers) {
+        EXPECT_EQ(writer->exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(writer->exitCode(), 0);
+    }
+    EXPECT_GT(looks, 0);
+    const QByteArray content = contentOf(folder.filePath());
+    EXPECT_EQ(commonNumber(content, groups[0]), 1000 + rounds - 1);
+    EXPECT_EQ(commonNumber(content, groups[1]), 2000 + rounds - 1);
+    EXPECT_EQ(folder.files(), QStringList(QStringLiteral("ScannerA.ini")));
+}
+
+TEST(SettingsProcesses, WritersOfTheSameGroupLeaveOneOfTheirStates)
+{
+    const SettingsFolder folder;
+    const QString group = QStringLiteral("A");
+    const std::unique_ptr<QProcess> writers[] = {startWriter(folder.filePath(), group, 1000),
+                                                 startWriter(folder.filePath(), group, 2000)};
+    for (const auto& writer : writers) {
+        EXPECT_TRUE(writer->waitForFinished(-1) || writer->state() == QProcess::NotRunning);
+        EXPECT_EQ(writer->exitCode(), 0);
+    }
+    const int number = commonNumber(contentOf(folder.filePath()), group);
+    EXPECT_TRUE(number == 1000 + rounds - 1 || number == 2000 + rounds - 1) << number;
+}
