@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-#include "sheetspec.h"
+#include "sheetlist.h"
 #include "status.h"
 #include "text.h"
 

@@ -63,9 +63,14 @@ const std::string* meantText(const std::vector<std::string>& list, const std::st
     return matches == 1 ? meant : nullptr;
 }
 
-std::string wordText(SANE_Value_Type type, SANE_Word word)
+std::string wordsText(SANE_Value_Type type, const SANE_Word* words, std::size_t count)
 {
-    return type == SANE_TYPE_FIXED ? formatNumber(SANE_UNFIX(word)) : std::to_string(word);
+    std::string line;
+    for (std::size_t i = 0; i < count; ++i) {
+        line += (i == 0 ? "" : " ") + (type == SANE_TYPE_FIXED ? formatNumber(SANE_UNFIX(words[i]))
+                                                               : std::to_string(words[i]));
+    }
+    return line;
 }
 
 } // namespace
@@ -251,14 +256,21 @@ SANE_Status Option::writeString(char* value)
 
 std::string Option::valueText() const
 {
+    return type == SANE_TYPE_STRING ? string : wordsText(type, words.data(), words.size());
+}
+
+std::string Option::sentText(const void* value) const
+{
+    if (value == nullptr) {
+        return {};
+    }
+    const auto room = static_cast<std::size_t>(size());
     if (type == SANE_TYPE_STRING) {
-        return string;
+        const char* const text = static_cast<const char*>(value);
+        return {text, strnlen(text, room)};
     }
-    std::string line;
-    for (const SANE_Word word : words) {
-        line += (line.empty() ? "" : " ") + wordText(type, word);
-    }
-    return line;
+    return wordsText(type, static_cast<const SANE_Word*>(value),
+                     std::min(words.size(), room / sizeof(SANE_Word)));
 }
 
 } // namespace kestrel::sim

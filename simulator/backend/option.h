@@ -66,6 +66,9 @@ public:
     /// The value as one line of text for the journal.
     std::string valueText() const;
 
+    /// Like it, for a value that somebody sends; null gives an empty text.
+    std::string sentText(const void* value) const;
+
 private:
     bool moveInside();
     SANE_Status writeWords(SANE_Word* value, SANE_Int& info);

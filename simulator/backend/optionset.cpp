@@ -129,7 +129,7 @@ OptionSet::OptionSet(const DeviceModel& model) : model_(model)
 {
     Option count;
     count.title = "Number of options";
-    count.text = "Read-only option that specifies how many options a specific device supports.";
+    count.text = "How many options this scanner has, this one included.";
     count.type = SANE_TYPE_INT;
     count.cap = SANE_CAP_SOFT_DETECT;
     count.words = {0};

@@ -139,7 +139,7 @@ void drawForm(Canvas& canvas)
     for (double y = 50; y < size.height - 20; y += 12) {
         canvas.fillRect(20, y, size.width - 32, 0.6, red);
         canvas.fillRect(20, y, 0.6, 8, red);
-        canvas.text(22, y + 2, 2, "FIELD", red);
+        canvas.text(22, y + 2, 2.4, "FIELD", red);
         canvas.text(60, y + 4, 3, "FILLED IN BY HAND", black);
     }
     canvas.fillRect(20, 34, 30, 10, green);

@@ -53,20 +53,32 @@ SANE_Status Scanner::control(SANE_Int index, SANE_Action action, void* value, SA
     if (*vanished_) {
         return SANE_STATUS_IO_ERROR;
     }
-    SANE_Int flags = 0;
-    const bool sets = action != SANE_ACTION_GET_VALUE;
-    const bool busy = sets && state_ == State::Frame;
-    const SANE_Status status =
-        busy ? SANE_STATUS_DEVICE_BUSY : options_.control(index, action, value, flags);
-    if (info != nullptr && status == SANE_STATUS_GOOD) {
-        *info = flags;
+    if (action == SANE_ACTION_GET_VALUE) {
+        SANE_Int flags = 0;
+        return options_.control(index, action, value, flags);
     }
+    return setOption(index, action, value, info);
+}
+
+SANE_Status Scanner::setOption(SANE_Int index, SANE_Action action, void* value, SANE_Int* info)
+{
     const Option* const option = options_.at(index);
-    if (sets) {
-        const std::string key = option != nullptr ? option->key : "#" + std::to_string(index);
-        const std::string now = option != nullptr ? option->valueText() : std::string();
-        journal_.write("set " + key + " \"" + now + "\" " + statusName(status));
+    const std::string key = option != nullptr ? option->key : "#" + std::to_string(index);
+    const std::string sent = option != nullptr ? option->sentText(value) : std::string();
+    SANE_Int flags = 0;
+    const SANE_Status status = state_ == State::Frame
+                                   ? SANE_STATUS_DEVICE_BUSY
+                                   : options_.control(index, action, value, flags);
+    std::string line = "set " + key + " \"" + sent + "\" " + statusName(status);
+    if (status == SANE_STATUS_GOOD) {
+        if (info != nullptr) {
+            *info = flags;
+        }
+        if (option->valueText() != sent) {
+            line += " kept \"" + option->valueText() + "\"";
+        }
     }
+    journal_.write(line);
     return status;
 }
 

@@ -56,6 +56,7 @@ private:
     };
 
     void settle();
+    SANE_Status setOption(SANE_Int index, SANE_Action action, void* value, SANE_Int* info);
     SANE_Status begin();
     SANE_Status fillQueue();
     SANE_Status takeSheet(const std::shared_ptr<const ScanSettings>& settings);

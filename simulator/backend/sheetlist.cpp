@@ -1,4 +1,4 @@
-#include "sheetspec.h"
+#include "sheetlist.h"
 
 #include <map>
 
