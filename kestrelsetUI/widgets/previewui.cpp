@@ -12,6 +12,8 @@ constexpr int kMinorTick = 4;
 constexpr int kMinorTicksPerMajor = 5;
 constexpr int kMajorTicksPerLabel = 5;
 constexpr int kMmPerMajor = 20;
+// In pixels: three digits have to fit beside the ticks, whatever the desktop's font is.
+constexpr int kLabelSize = 10;
 
 /// Pixels per 20 mm for a ruler of this length, with a whole number of them per minor tick.
 int standardFor(float mm)
@@ -93,6 +95,9 @@ void PreViewUI::Paint()
     canvas.fill(Qt::white);
 
     QPainter painter(&canvas);
+    QFont font = painter.font();
+    font.setPixelSize(kLabelSize);
+    painter.setFont(font);
     const int right = kCanvasSize.width();
     const int bottom = kCanvasSize.height();
     painter.drawRect(5, 5, right - 11, bottom - 11);
