@@ -194,7 +194,12 @@ void EditTemplate::removeGroup(const QString& templateName)
     if (templateName.isEmpty()) {
         return;
     }
+    // Key by key: removing the group as such would take a key of that name outside all groups with
+    // it.
     settings->beginGroup(kestrel::groupName(templateName));
-    settings->remove(QString());
+    const QStringList keys = settings->allKeys();
+    for (const QString& key : keys) {
+        settings->remove(key);
+    }
     settings->endGroup();
 }

@@ -7,6 +7,16 @@
 #include <cstdio>
 #include <cstdlib>
 
+namespace {
+
+void tell(const char* line)
+{
+    std::puts(line);
+    std::fflush(stdout);
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     if (argc != 5) {
@@ -18,8 +28,7 @@ int main(int argc, char** argv)
     const int first = std::atoi(argv[3]);
     const int rounds = std::atoi(argv[4]);
     const kestrel::SettingsHandle settings = kestrel::openSettings(path);
-    std::puts("begin");
-    std::fflush(stdout);
+    tell("begin");
     for (int round = 0; rounds == 0 || round < rounds; ++round) {
         settings->beginGroup(group);
         for (const kestrel::Setting& setting : kestrel::settingsTable()) {
@@ -30,6 +39,7 @@ int main(int argc, char** argv)
             std::fputs("not saved\n", stderr);
             return 1;
         }
+        tell("saved");
     }
     return 0;
 }
