@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QStringList>
 
-#include <algorithm>
 #include <cstring>
 
 namespace kestrel {
@@ -41,8 +40,9 @@ QString backendOf(const QString& deviceName)
     QString rest = deviceName;
     if (rest.startsWith(QLatin1String("net:"))) {
         // An IPv6 host stands in brackets and has colons of its own.
-        const int from = rest.startsWith(QLatin1String("net:[")) ? rest.indexOf(']') : 4;
-        const int hostEnd = rest.indexOf(':', std::max(from, 4));
+        const bool brackets = rest.startsWith(QLatin1String("net:["));
+        const int from = brackets ? rest.indexOf(']') : 4;
+        const int hostEnd = from < 0 ? -1 : rest.indexOf(':', from);
         if (hostEnd >= 0 && hostEnd + 1 < rest.size()) {
             rest = rest.mid(hostEnd + 1);
         }

@@ -167,10 +167,8 @@ QStringList exportFiles(const QString& path, FileFormat format, int count)
     const int digits = std::max(3, static_cast<int>(QString::number(count).size()));
     QStringList files;
     for (int number = 1; number <= count; ++number) {
-        files << QStringLiteral("%1/%2-%3.%4")
-                     .arg(info.path(), info.completeBaseName())
-                     .arg(number, digits, 10, QChar('0'))
-                     .arg(info.suffix());
+        files << info.path() + '/' + info.completeBaseName() +
+                     QStringLiteral("-%1.").arg(number, digits, 10, QChar('0')) + info.suffix();
     }
     return files;
 }
