@@ -1,5 +1,6 @@
 #include "dialogs/addusertemplate.h"
 
+#include "dialogs/fit_text.h"
 #include "ui_addusertemplate.h"
 
 #include <QMessageBox>
@@ -19,6 +20,7 @@ AddUserTemplate::AddUserTemplate(QWidget* parent)
 {
     ui->setupUi(this);
     setFixedSize(size());
+    kestrel::fitText(*ui->label);
 }
 
 AddUserTemplate::~AddUserTemplate() = default;

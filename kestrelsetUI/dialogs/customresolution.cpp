@@ -1,5 +1,6 @@
 #include "dialogs/customresolution.h"
 
+#include "dialogs/fit_text.h"
 #include "ui_customresolution.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ CustomResolution::CustomResolution(QWidget* parent)
 {
     ui->setupUi(this);
     setFixedSize(size());
+    kestrel::fitText(*ui->label);
     setCustomResolution(QString());
 }
 

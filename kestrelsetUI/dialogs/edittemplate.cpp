@@ -1,6 +1,7 @@
 #include "dialogs/edittemplate.h"
 
 #include "dialogs/addusertemplate.h"
+#include "dialogs/fit_text.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
 #include "ui_edittemplate.h"
@@ -35,6 +36,7 @@ EditTemplate::EditTemplate(QWidget* parent)
 {
     ui->setupUi(this);
     setFixedSize(size());
+    kestrel::fitText(*ui->label_template);
     name_dialog = new AddUserTemplate(this);
 }
 

@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
@@ -26,6 +27,35 @@ FileState stateWithoutFile(const QByteArray& name)
     return isDanglingLink ? FileState::Foreign : FileState::Missing;
 }
 
+// At most so many bytes as the file has now.
+bool readAll(int descriptor, QByteArray& content)
+{
+    struct stat status
+    {
+    };
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return false;
+    }
+    content.resize(static_cast<int>(std::min<qint64>(status.st_size, largestSettingsFile + 1)));
+    int filled = 0;
+    while (filled < content.size()) {
+        const ssize_t count = ::read(descriptor, content.data() + filled,
+                                     static_cast<std::size_t>(content.size() - filled));
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            return false;
+        }
+        if (count == 0) {
+            content.truncate(filled);
+            break;
+        }
+        filled += static_cast<int>(count);
+    }
+    return true;
+}
+
 bool readAll(const QByteArray& name, QByteArray& content)
 {
     // Between the look and the opening a pipe may have taken the place: do not wait for its writer.
@@ -33,18 +63,9 @@ bool readAll(const QByteArray& name, QByteArray& content)
     if (descriptor < 0) {
         return false;
     }
-    struct stat status
-    {
-    };
-    QFile file;
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
-        !file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
-                   QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return false;
-    }
-    content = file.read(largestSettingsFile + 1);
-    return file.error() == QFileDevice::NoError;
+    const bool isRead = readAll(descriptor, content);
+    ::close(descriptor);
+    return isRead;
 }
 
 } // namespace

@@ -73,6 +73,15 @@ TEST_F(NameDialog, FormAsDesigned)
     EXPECT_EQ(line().maxLength(), 30);
 }
 
+TEST(NameDialogForm, LabelHasRoomUnderLargeFonts)
+{
+    for (const int pixels : {12, 16, 18, 24}) {
+        const HostFont font(pixels);
+        const AddUserTemplate dialog;
+        expectReadable(child<QLabel>(dialog, "label"));
+    }
+}
+
 TEST_F(NameDialog, OkLetsAValidNameThrough)
 {
     run([this] {

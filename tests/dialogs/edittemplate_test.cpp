@@ -42,6 +42,15 @@ TEST_F(Manager, FormAsDesigned)
               manager.metaObject()->indexOfSignal("resetCurrentUserTemplate(bool)"));
 }
 
+TEST(ManagerForm, LabelHasRoomUnderLargeFonts)
+{
+    for (const int pixels : {12, 16, 18, 24}) {
+        const HostFont font(pixels);
+        const EditTemplate manager;
+        expectReadable(child<QLabel>(manager, "label_template"));
+    }
+}
+
 TEST_F(Manager, FreshFileShowsTheWorkingEntryAloneAndNothingCanBeDoneToIt)
 {
     manager.setPathINI(path());

@@ -4,6 +4,9 @@
 
 #include "support/user.h"
 
+#include <QApplication>
+#include <QFont>
+#include <QFontInfo>
 #include <QLabel>
 #include <QPushButton>
 #include <QVariant>
@@ -37,6 +40,30 @@ inline void expectWidget(const QWidget& form, const WidgetFacts& facts)
         EXPECT_LE(widget.fontMetrics().horizontalAdvance(textOf(widget)), widget.width())
             << facts.name;
     }
+}
+
+/// Lets the host choose another font for as long as it lives.
+class HostFont
+{
+public:
+    explicit HostFont(int pixels) : before(QApplication::font())
+    {
+        QFont font = before;
+        font.setPixelSize(pixels);
+        QApplication::setFont(font);
+    }
+    ~HostFont() { QApplication::setFont(before); }
+    Q_DISABLE_COPY_MOVE(HostFont)
+
+private:
+    const QFont before;
+};
+
+/// Checks that the label's text has room in its width, and keeps a readable size.
+inline void expectReadable(const QLabel& label)
+{
+    EXPECT_LE(label.fontMetrics().horizontalAdvance(label.text()), label.width());
+    EXPECT_GE(QFontInfo(label.font()).pixelSize(), 9);
 }
 
 inline void expectFixedSize(const QWidget& form, QSize size)
