@@ -16,6 +16,7 @@ public:
     /// @param parent owner; may be null.
     explicit MyWidget(QWidget* parent = nullptr);
     ~MyWidget() override;
+    Q_DISABLE_COPY_MOVE(MyWidget)
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -30,6 +31,7 @@ public:
     /// @param parent owner; may be null.
     explicit MyLabel(QWidget* parent = nullptr);
     ~MyLabel() override;
+    Q_DISABLE_COPY_MOVE(MyLabel)
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -45,6 +47,7 @@ public:
     /// @param parent owner; may be null.
     explicit CMyPushButton(QWidget* parent = nullptr);
     ~CMyPushButton() override;
+    Q_DISABLE_COPY_MOVE(CMyPushButton)
 
 protected:
     void paintEvent(QPaintEvent* event) override;

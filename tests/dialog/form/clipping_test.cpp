@@ -38,6 +38,7 @@ protected:
         QApplication::setFont(QFont(QString::fromUtf8(GetParam().family), GetParam().points));
     }
     ~Clipping() override { QApplication::setFont(m_before); }
+    Q_DISABLE_COPY_MOVE(Clipping)
 
     /// Calls @p look once for each page, with all its panels shown.
     template <typename Look>
