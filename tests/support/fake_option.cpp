@@ -203,6 +203,11 @@ FakeOption& FakeOption::string(const std::string& value)
     return *this;
 }
 
+bool FakeOption::isNumber() const
+{
+    return isWordType(m_type);
+}
+
 std::vector<unsigned char> FakeOption::readInto(void* buffer) const
 {
     std::size_t room = m_size > 0 ? static_cast<std::size_t>(m_size) : 0;

@@ -65,6 +65,8 @@ public:
     SANE_Value_Type type() const { return m_type; }
     SANE_Int size() const { return m_size; }
     bool isActive() const { return (m_cap & SANE_CAP_INACTIVE) == 0; }
+    /// @return whether the value is one word or several
+    bool isNumber() const;
     bool isDescribed() const { return m_described; }
     const std::vector<unsigned char>& value() const { return m_value; }
     /// @return the value, decoded as in Journal::sets()

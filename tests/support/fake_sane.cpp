@@ -136,13 +136,19 @@ SANE_Status sane_open(SANE_String_Const name, SANE_Handle* handle)
 void sane_close(SANE_Handle handle)
 {
     const Lock lock(fakeSaneMutex());
-    plainCall(*stateOf(handle), CallKind::Close);
+    if (State* const state = stateOf(handle)) {
+        plainCall(*state, CallKind::Close);
+    }
 }
 
 const SANE_Option_Descriptor* sane_get_option_descriptor(SANE_Handle handle, SANE_Int index)
 {
     const Lock lock(fakeSaneMutex());
-    State& state = *stateOf(handle);
+    State* const found = stateOf(handle);
+    if (found == nullptr) {
+        return nullptr;
+    }
+    State& state = *found;
     FakeOption* const option = state.at(index);
     Call call = optionCall(CallKind::Describe, index, option);
     const SANE_Status status = state.admit(CallKind::Describe, call.name);
@@ -157,7 +163,11 @@ SANE_Status sane_control_option(SANE_Handle handle, SANE_Int index, SANE_Action 
                                 SANE_Int* info)
 {
     const Lock lock(fakeSaneMutex());
-    State& state = *stateOf(handle);
+    State* const found = stateOf(handle);
+    if (found == nullptr) {
+        return SANE_STATUS_INVAL;
+    }
+    State& state = *found;
     FakeOption* const option = state.at(index);
     Call call = optionCall(action == SANE_ACTION_GET_VALUE   ? CallKind::Get
                            : action == SANE_ACTION_SET_VALUE ? CallKind::Set
@@ -183,7 +193,11 @@ SANE_Status sane_control_option(SANE_Handle handle, SANE_Int index, SANE_Action 
 SANE_Status sane_get_parameters(SANE_Handle handle, SANE_Parameters* parameters)
 {
     const Lock lock(fakeSaneMutex());
-    State& state = *stateOf(handle);
+    State* const found = stateOf(handle);
+    if (found == nullptr) {
+        return SANE_STATUS_INVAL;
+    }
+    State& state = *found;
     SANE_Status status = state.admit(CallKind::Parameters, {});
     if (status == SANE_STATUS_GOOD) {
         const FakeFrame none;
@@ -203,7 +217,11 @@ SANE_Status sane_get_parameters(SANE_Handle handle, SANE_Parameters* parameters)
 SANE_Status sane_start(SANE_Handle handle)
 {
     const Lock lock(fakeSaneMutex());
-    State& state = *stateOf(handle);
+    State* const found = stateOf(handle);
+    if (found == nullptr) {
+        return SANE_STATUS_INVAL;
+    }
+    State& state = *found;
     SANE_Status status = state.admit(CallKind::Start, {});
     if (status == SANE_STATUS_GOOD && state.frames.empty()) {
         status = SANE_STATUS_NO_DOCS;
@@ -226,7 +244,11 @@ SANE_Status sane_start(SANE_Handle handle)
 SANE_Status sane_read(SANE_Handle handle, SANE_Byte* data, SANE_Int maxLength, SANE_Int* length)
 {
     const Lock lock(fakeSaneMutex());
-    State& state = *stateOf(handle);
+    State* const found = stateOf(handle);
+    if (found == nullptr) {
+        return SANE_STATUS_INVAL;
+    }
+    State& state = *found;
     *length = 0;
     Call call;
     call.kind = CallKind::Read;
@@ -259,9 +281,10 @@ SANE_Status sane_read(SANE_Handle handle, SANE_Byte* data, SANE_Int maxLength, S
 void sane_cancel(SANE_Handle handle)
 {
     const Lock lock(fakeSaneMutex());
-    State& state = *stateOf(handle);
-    plainCall(state, CallKind::Cancel);
-    state.current.reset();
+    if (State* const state = stateOf(handle)) {
+        plainCall(*state, CallKind::Cancel);
+        state->current.reset();
+    }
 }
 
 SANE_Status sane_set_io_mode(SANE_Handle /*handle*/, SANE_Bool nonBlocking)

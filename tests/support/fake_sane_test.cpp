@@ -1,5 +1,6 @@
 #include "support/models.h"
 
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include <sane/sane.h>
@@ -191,6 +192,14 @@ TEST(FakeSane, SeveralScannersAreToldApart)
     setWord(second, "resolution", 2);
     EXPECT_EQ(first.journal().sets(), (Strings{"resolution=1"}));
     EXPECT_EQ(second.journal().sets(), (Strings{"resolution=2"}));
+}
+
+TEST(FakeSane, AHandleThatIsNotOpenFailsTheTest)
+{
+    EXPECT_NONFATAL_FAILURE(sane_cancel(nullptr), "not open");
+    EXPECT_NONFATAL_FAILURE(EXPECT_EQ(sane_get_option_descriptor(nullptr, 0), nullptr), "not open");
+    SANE_Handle gone = FakeScanner().handle();
+    EXPECT_NONFATAL_FAILURE(sane_start(gone), "not open");
 }
 
 TEST(FakeSane, TheFullScannerHasNoNameTwice)

@@ -2,9 +2,9 @@
 
 #include "support/fake_state.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <stdexcept>
 
 namespace kestrel::test {
@@ -32,8 +32,8 @@ FakeScanner::State* stateOf(SANE_Handle handle)
     const auto& living = livingScanners();
     const auto found = std::find(living.begin(), living.end(), handle);
     if (found == living.end()) {
-        std::fputs("a sane_* function was called with a handle that is not open\n", stderr);
-        std::abort();
+        ADD_FAILURE() << "a sane_* function was called with a handle that is not open";
+        return nullptr;
     }
     return *found;
 }
@@ -201,6 +201,18 @@ FakeScanner& FakeScanner::mend()
     m_state->failNth.clear();
     m_state->failOption.clear();
     m_state->callsUntilFailure.reset();
+    return *this;
+}
+
+FakeScanner& FakeScanner::takeTexts()
+{
+    const Lock lock(fakeSaneMutex());
+    for (auto& option : m_state->options) {
+        const bool single = option->size() == sizeof(SANE_Word);
+        if (option->type() == SANE_TYPE_STRING || (option->isNumber() && single)) {
+            *option = FakeOption::text(option->name(), option->decoded());
+        }
+    }
     return *this;
 }
 

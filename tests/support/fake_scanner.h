@@ -78,6 +78,9 @@ public:
     /// All is well again.
     FakeScanner& mend();
 
+    /// Turns every option but buttons and arrays into an unconstrained text, so that what a client
+    /// sends is recorded letter by letter. To be called when it has read the descriptors it needs.
+    FakeScanner& takeTexts();
     /// Texts that a client sets are recorded with all 64 bytes of its buffer.
     FakeScanner& recordWholeBuffers();
 

@@ -46,9 +46,7 @@ struct FakeScanner::State
 /// Guards all scanners: hosts read images in a thread of their own.
 std::recursive_mutex& fakeSaneMutex();
 
-/// @return the scanner behind a handle; null, and a failure of the running program's test by
-/// abort(), when
-///         the handle belongs to none
+/// @return the scanner behind a handle; null, and a failed test, when the handle belongs to none
 FakeScanner::State* stateOf(SANE_Handle handle);
 
 /// @return the living scanners in the order of their creation

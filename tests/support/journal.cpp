@@ -46,6 +46,17 @@ std::vector<std::string> Journal::sets() const
     return found;
 }
 
+std::vector<std::string> Journal::reads() const
+{
+    std::vector<std::string> names;
+    for (const Call& call : of(CallKind::Get)) {
+        if (call.index > 0) {
+            names.push_back(call.name);
+        }
+    }
+    return names;
+}
+
 std::vector<std::string> Journal::setsOf(const std::string& name) const
 {
     std::vector<std::string> found;

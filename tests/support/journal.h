@@ -55,6 +55,8 @@ public:
     ///         Fixed-point values are written in decimal ("215.9"), buttons with an empty value,
     ///         arrays as their quarter points ("{0,64,128,191,255}")
     std::vector<std::string> sets() const;
+    /// @return the names of the options whose values were read, in order; option 0 is left out
+    std::vector<std::string> reads() const;
     /// @return the decoded values set to one option, in order
     std::vector<std::string> setsOf(const std::string& name) const;
     /// @return the sets of one option with their raw bytes

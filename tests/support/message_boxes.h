@@ -31,8 +31,7 @@ class MessageBoxes : public QObject
 public:
     MessageBoxes();
     ~MessageBoxes() override;
-    MessageBoxes(const MessageBoxes&) = delete;
-    MessageBoxes& operator=(const MessageBoxes&) = delete;
+    Q_DISABLE_COPY_MOVE(MessageBoxes)
 
     /// Queues the answer to the next box; NoButton closes it as its close button does.
     MessageBoxes& answer(QMessageBox::StandardButton button);
@@ -60,8 +59,7 @@ public:
     /// @param action runs once, from the event loop
     WhenShown(QWidget& widget, std::function<void()> action);
     ~WhenShown() override;
-    WhenShown(const WhenShown&) = delete;
-    WhenShown& operator=(const WhenShown&) = delete;
+    Q_DISABLE_COPY_MOVE(WhenShown)
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

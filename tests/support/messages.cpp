@@ -70,7 +70,9 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
                                              QByteArray(context.function), context.line})) {
         return;
     }
-    previousHandler(type, context, text);
+    if (type == QtFatalMsg || qEnvironmentVariableIsSet("KESTREL_TEST_VERBOSE")) {
+        previousHandler(type, context, text);
+    }
 }
 
 class EndOfTest : public testing::EmptyTestEventListener

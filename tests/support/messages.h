@@ -12,7 +12,8 @@
 
 namespace kestrel::test {
 
-/// Puts the message handler in place for the rest of the program; both mains call it.
+/// Puts the message handler in place for the rest of the program; both mains call it. Debug lines
+/// are printed when KESTREL_TEST_VERBOSE is set in the environment.
 void installMessageHandler();
 
 /// Takes the warnings and critical messages that match a pattern; they then do not fail the test.
@@ -23,8 +24,7 @@ public:
     /// @param pattern regular expression, searched for anywhere in the message
     explicit ExpectedWarnings(const QString& pattern);
     ~ExpectedWarnings();
-    ExpectedWarnings(const ExpectedWarnings&) = delete;
-    ExpectedWarnings& operator=(const ExpectedWarnings&) = delete;
+    Q_DISABLE_COPY_MOVE(ExpectedWarnings)
 
     /// @return how many messages matched so far
     int count() const;
@@ -55,8 +55,7 @@ class DebugLines
 public:
     DebugLines();
     ~DebugLines();
-    DebugLines(const DebugLines&) = delete;
-    DebugLines& operator=(const DebugLines&) = delete;
+    Q_DISABLE_COPY_MOVE(DebugLines)
 
     /// @return the lines so far, oldest first
     std::vector<DebugLine> lines() const;

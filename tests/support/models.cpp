@@ -149,8 +149,14 @@ FakeScanner makeScanner(const ScannerModel& model)
     addDeviceOptions(scanner);
 
     const auto followHeight = [model](FakeScanner& self) {
-        const bool flatbed = self.option("source").decoded() == "Flatbed";
-        const bool longPaper = self.option("long-paper-scan").decoded() == "1";
+        if (!self.has("br-y")) {
+            return;
+        }
+        const auto is = [&self](const char* name, const char* value) {
+            return self.has(name) && self.option(name).decoded() == value;
+        };
+        const bool flatbed = is("source", "Flatbed");
+        const bool longPaper = is("long-paper-scan", "1");
         const double height = flatbed     ? model.flatbedHeight
                               : longPaper ? model.longHeight
                                           : model.feederHeight;
