@@ -118,6 +118,7 @@ void MainWindow::startScan()
     }
     m_messages->showMessage({});
     if (m_deviceLost && !reopenDevice()) {
+        updateActions();
         emit scanEnded();
         return;
     }
