@@ -93,6 +93,13 @@ void KestrelSettingUI::connectSignals()
         connect(group, SIGNAL(buttonClicked(int)), this, slot);
     };
     connect(ui->preview_box, &PreviewBoxUI::selected, this, &Self::getSelectedRect);
+    // Either detection can stop the scan; a form can only say one of them.
+    const auto follow = [this] {
+        ui->stop_scanning_after_multifeed->setEnabled(ui->ultrasonic->isChecked() ||
+                                                      ui->length_detection->isChecked());
+    };
+    connect(ui->ultrasonic, &QAbstractButton::toggled, this, follow);
+    connect(ui->length_detection, &QAbstractButton::toggled, this, follow);
     clicked(ui->buttonGroup_multistream, SLOT(setMultistream(int)));
     clicked(ui->buttonGroup_multistream_dropout, SLOT(setMultistream(int)));
     clicked(ui->buttonGroup_range, SLOT(testGroup(int)));

@@ -45,6 +45,13 @@ QAbstractButton* imageButton(const Ui_KestrelSetting& ui, Mode mode)
     return ui.test_button;
 }
 
+void setTabEnabled(QTabWidget* tabs, int index, bool on)
+{
+    tabs->setTabEnabled(index, on);
+    // The bar measures its tabs only when a text is set; a disabled one has no width.
+    tabs->setTabText(index, tabs->tabText(index));
+}
+
 void setBoxes(const Ui_KestrelSetting& ui, const std::vector<BoxWrite>& writes)
 {
     for (const auto& [mode, checked] : writes) {
@@ -92,8 +99,8 @@ void KestrelSettingUI::color_detection_image()
     const auto outcome =
         detectionRule(ui->color_detection_image_front->isChecked(),
                       ui->color_detection_image_back->isChecked(), multistream_mask);
-    ui->tabWidget->setTabEnabled(kDropoutTab, outcome.dropoutTab);
-    ui->tabWidget->setTabEnabled(kDetectionTab, outcome.detectionTab);
+    setTabEnabled(ui->tabWidget, kDropoutTab, outcome.dropoutTab);
+    setTabEnabled(ui->tabWidget, kDetectionTab, outcome.detectionTab);
     ui->groupBox_front_autodetection->setEnabled(outcome.frontGroup);
     ui->groupBox_back_autodetection->setEnabled(outcome.backGroup);
     ui->front_widget->setEnabled(outcome.sideContainers);
