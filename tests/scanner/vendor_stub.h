@@ -1,0 +1,26 @@
+/// @file
+/// What a stand-in for the vendor's library is told and what it noted down. Found by name with
+/// dlsym().
+#pragma once
+
+#include <cstdint>
+
+/// The one object of each library.
+struct VendorStub
+{
+    // Answers
+    int initializeDriver = 0;
+    int readNvm = 0;
+    int readLegacy = 1;
+    std::uint32_t words[8] = {}; ///< the record that a read delivers
+    std::uint32_t device = 0;    ///< what AVInitializeDevice writes
+
+    // Notes
+    char calls[256] = {}; ///< the functions called, a letter each: I T D R F L
+    int driver = 0;
+    int deviceIndex = -1;
+    std::uint32_t deviceSeen = 0; ///< the device word at the read
+    std::uint32_t sizeSeen = 99;  ///< the request's size at the read
+    bool sizePointerFits = false; ///< the last argument pointed at the request's size
+    int zeroSeen = -1;
+};
