@@ -11,7 +11,7 @@ namespace {
 
 // In the order in which they are complained about. The semicolon separates the names of the
 // template list.
-constexpr QLatin1String forbiddenCharacters("\":;`!%\\/");
+const QLatin1String forbiddenCharacters("\":;`!%\\/");
 
 } // namespace
 

@@ -19,8 +19,7 @@ public:
     /// @param parent owns the dialog; may be null.
     explicit AddUserTemplate(QWidget* parent = nullptr);
     ~AddUserTemplate() override;
-    AddUserTemplate(const AddUserTemplate&) = delete;
-    AddUserTemplate& operator=(const AddUserTemplate&) = delete;
+    Q_DISABLE_COPY_MOVE(AddUserTemplate)
 
     /// @return the text of the line edit, as typed: spaces around it belong to the name.
     QString getTemplateName();

@@ -18,8 +18,7 @@ public:
     /// @param parent the main dialog; owns this one. May be null.
     explicit CustomResolution(QWidget* parent = nullptr);
     ~CustomResolution() override;
-    CustomResolution(const CustomResolution&) = delete;
-    CustomResolution& operator=(const CustomResolution&) = delete;
+    Q_DISABLE_COPY_MOVE(CustomResolution)
 
     /// Prepares the dialog for the next exec().
     /// @param text the present custom entry, for example "custom-250"; empty when there is none.

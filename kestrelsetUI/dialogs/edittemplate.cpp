@@ -17,10 +17,10 @@
 
 namespace {
 
-constexpr QLatin1String listGroup("UserTemplates");
-constexpr QLatin1String listKey("usertemplate");
-constexpr QLatin1String indexKey("usertemplate_index");
-constexpr QLatin1String presetKey("preset_template_num");
+const QLatin1String listGroup("UserTemplates");
+const QLatin1String listKey("usertemplate");
+const QLatin1String indexKey("usertemplate_index");
+const QLatin1String presetKey("preset_template_num");
 
 // The first entry of every list: the working configuration.
 QString workingEntry()

@@ -25,8 +25,7 @@ public:
     /// @param parent the main dialog; owns the manager. May be null.
     explicit EditTemplate(QWidget* parent = nullptr);
     ~EditTemplate() override;
-    EditTemplate(const EditTemplate&) = delete;
-    EditTemplate& operator=(const EditTemplate&) = delete;
+    Q_DISABLE_COPY_MOVE(EditTemplate)
 
     /// Opens the settings file and fills the combo with its template list. May be called again for
     /// another device.

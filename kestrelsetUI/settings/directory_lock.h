@@ -17,8 +17,7 @@ public:
     /// @param patience how long to wait for another holder; zero tries once.
     DirectoryLock(const QString& directory, std::chrono::milliseconds patience);
     ~DirectoryLock();
-    DirectoryLock(const DirectoryLock&) = delete;
-    DirectoryLock& operator=(const DirectoryLock&) = delete;
+    Q_DISABLE_COPY_MOVE(DirectoryLock)
 
     /// @return false if somebody else kept the lock for all of the patience, or there is no such
     /// directory. A file system without such locks counts as locked: its single user is not to be

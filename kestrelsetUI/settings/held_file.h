@@ -17,8 +17,7 @@ public:
     /// @param path the file; may be missing, and may be a link to the file.
     explicit HeldFile(const QString& path);
     ~HeldFile();
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
+    Q_DISABLE_COPY_MOVE(HeldFile)
 
     /// @return false if the file could not be held: then it must not be written, either.
     bool isSafe() const noexcept { return safe; }
