@@ -62,8 +62,8 @@ std::vector<Kind> kindsFor(const ScanSettings& settings, Side side, const Printe
     return {isColorSide(detection, print) ? Kind::Color : detection.otherwise};
 }
 
-/// Print covers a twentieth of a written page; at a fiftieth of the area a side is no longer blank
-/// at any threshold.
+/// A score of 100, which no threshold calls blank, is reached when a fiftieth of the side is
+/// printed.
 bool isBlank(const ScanSettings& settings, const PrintedSide& print)
 {
     const double score = std::min(100.0, print.inkPercent * 50);

@@ -15,6 +15,8 @@ public:
     ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
+    Journal(Journal&&) = delete;
+    Journal& operator=(Journal&&) = delete;
 
     /// Appends @p line. May be called from a signal handler, as sane_cancel may.
     void write(std::string_view line) noexcept;

@@ -16,6 +16,8 @@ public:
     explicit OptionSet(const DeviceModel& model);
     OptionSet(const OptionSet&) = delete;
     OptionSet& operator=(const OptionSet&) = delete;
+    OptionSet(OptionSet&&) = delete;
+    OptionSet& operator=(OptionSet&&) = delete;
     ~OptionSet() = default;
 
     /// Description of option @p index; null when there is none or when it is configured to be

@@ -62,42 +62,47 @@ void grainPaper(Canvas& canvas, Rgb paper)
 
 void drawLines(Canvas& canvas, double top, double bottom)
 {
-    const SizeMm& size = canvas.size();
     constexpr double capHeight = 2.4;
-    const double left = 22;
-    std::size_t sentence = 0;
-    for (double y = top; y + capHeight < bottom; y += 5.4) {
-        const std::string words = sentences[sentence % sentences.size()];
-        const double room = size.width - left - 12;
-        const auto letters =
-            static_cast<std::size_t>(std::max(0.0, room / Canvas::textWidth(capHeight, "X")));
+    constexpr double pitch = 5.4;
+    constexpr double left = 22;
+    const double room = std::max(0.0, canvas.size().width - left - 12);
+    const auto letters = static_cast<std::size_t>(room / Canvas::textWidth(capHeight, "X"));
+    double y = top;
+    for (std::size_t line = 0; y + capHeight < bottom; ++line) {
+        const std::string words = sentences[line % sentences.size()];
         canvas.text(left, y, capHeight, words.substr(0, letters), black);
-        ++sentence;
-        if (sentence % sentences.size() == 0) {
-            y += 5.4;
-        }
+        const bool endsParagraph = (line + 1) % sentences.size() == 0;
+        y += endsParagraph ? 2 * pitch : pitch;
     }
 }
 
-/// Sky, sun, hills and a lake: every tone and hue somewhere.
+/// Sky, hills or lake at the point (@p u, @p v) of the photo, both from 0 to 1.
+Rgb landscape(double u, double v)
+{
+    const auto color = [](double red, double green, double blue) {
+        return rgb(static_cast<int>(red), static_cast<int>(green), static_cast<int>(blue));
+    };
+    const double hill = 0.55 + 0.1 * std::sin(u * 9) + 0.06 * std::sin(u * 23 + 1);
+    if (v > 0.82) {
+        return color(20 + 40 * u, 50 + 60 * u, 90 + 100 * u);
+    }
+    if (v > hill) {
+        return color(110 * (1 - v) + 30 * u, 190 * (1 - v) + 60, 40 * u);
+    }
+    return color(70 + 170 * v, 130 + 110 * v, 210 + 30 * v);
+}
+
+/// A photo: every tone and hue somewhere.
 void drawPhoto(Canvas& canvas, double x, double y, double width, double height)
 {
     constexpr double step = 0.25;
-    for (double row = 0; row < height; row += step) {
-        const double v = row / height;
-        for (double column = 0; column < width; column += step) {
-            const double u = column / width;
-            const double hill = 0.55 + 0.1 * std::sin(u * 9) + 0.06 * std::sin(u * 23 + 1);
-            Rgb color = rgb(static_cast<int>(70 + 170 * v), static_cast<int>(130 + 110 * v),
-                            static_cast<int>(210 + 30 * v));
-            if (v > 0.82) {
-                color = rgb(static_cast<int>(20 + 40 * u), static_cast<int>(50 + 60 * u),
-                            static_cast<int>(90 + 100 * u));
-            } else if (v > hill) {
-                color = rgb(static_cast<int>(110 * (1 - v) + 30 * u),
-                            static_cast<int>(190 * (1 - v) + 60), static_cast<int>(40 * u));
-            }
-            canvas.fillRect(x + column, y + row, step, step, color);
+    const int rows = static_cast<int>(height / step);
+    const int columns = static_cast<int>(width / step);
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            canvas.fillRect(
+                x + column * step, y + row * step, step, step,
+                landscape(static_cast<double>(column) / columns, static_cast<double>(row) / rows));
         }
     }
     canvas.fillDisc(x + width * 0.78, y + height * 0.22, height * 0.1, rgb(255, 226, 90));
@@ -136,7 +141,9 @@ void drawChart(Canvas& canvas)
 void drawForm(Canvas& canvas)
 {
     const SizeMm& size = canvas.size();
-    for (double y = 50; y < size.height - 20; y += 12) {
+    const int fields = std::max(0, static_cast<int>((size.height - 70) / 12));
+    for (int field = 0; field < fields; ++field) {
+        const double y = 50 + 12 * field;
         canvas.fillRect(20, y, size.width - 32, 0.6, red);
         canvas.fillRect(20, y, 0.6, 8, red);
         canvas.text(22, y + 2, 2.4, "FIELD", red);
@@ -149,11 +156,13 @@ void drawForm(Canvas& canvas)
 
 void drawFold(Canvas& canvas)
 {
+    constexpr double step = 0.4;
+    constexpr int steps = 35; // 14 mm to either side
     const double middle = canvas.size().width / 2;
-    for (double off = 0; off < 14; off += 0.4) {
-        const Rgb shade = shaded(whitePaper, -static_cast<int>(200 * (1 - off / 14)));
-        canvas.fillRect(middle - off - 0.4, 0, 0.4, canvas.size().height, shade);
-        canvas.fillRect(middle + off, 0, 0.4, canvas.size().height, shade);
+    for (int i = 0; i < steps; ++i) {
+        const Rgb shade = shaded(whitePaper, -200 * (steps - i) / steps);
+        canvas.fillRect(middle - (i + 1) * step, 0, step, canvas.size().height, shade);
+        canvas.fillRect(middle + i * step, 0, step, canvas.size().height, shade);
     }
 }
 

@@ -183,9 +183,9 @@ void Renderer::followMean()
 bool Renderer::inkByMean(std::size_t x, int gray) const
 {
     constexpr int surelyInk = 48; // inside of large black areas, where the mean is dark as well
-    const auto reach = static_cast<std::size_t>(plan_.settings->dpi / 6 + 1);
+    const auto reach = static_cast<std::size_t>(plan_.settings->dpi) / 6 + 1;
     const std::size_t first = x > reach ? x - reach : 0;
-    const std::size_t last = std::min(grays_.size(), x + reach);
+    const std::size_t last = std::max(first + 1, std::min(grays_.size(), x + reach));
     const int mean = (meanSums_[last] - meanSums_[first]) / static_cast<int>(last - first);
     return gray < surelyInk || gray < mean - plan_.settings->threshold;
 }

@@ -37,6 +37,8 @@ public:
     ~Scanner();
     Scanner(const Scanner&) = delete;
     Scanner& operator=(const Scanner&) = delete;
+    Scanner(Scanner&&) = delete;
+    Scanner& operator=(Scanner&&) = delete;
 
     const SANE_Option_Descriptor* descriptor(SANE_Int index) const;
     SANE_Status control(SANE_Int index, SANE_Action action, void* value, SANE_Int* info);

@@ -67,38 +67,40 @@ struct RectMm
 /// Everything the options ask of a scan, taken when it starts.
 struct ScanSettings
 {
-    bool flatbed = false;
+    // Paper.
     std::vector<Side> sides;
     std::vector<Kind> kinds;                 ///< images of each side, in the order of delivery
     std::array<ColorDetection, 2> detection; ///< by Side
-    int dpi = 200;
     RectMm area;
     SizeMm path; ///< the widest and longest that this source can take
-
-    bool crops = false;
-    bool cropsEach = false;
     double cropTop = 0, cropBottom = 0, cropLeft = 0, cropRight = 0;
-
-    int rotation = 0;
-    bool orients = false;
-    bool turnsBack = false;
-    Split split = Split::None;
-    bool dropsBlank = false;
     double blankThreshold = 0;
+    int dpi = 200;
+    int rotation = 0;
+    Split split = Split::None;
 
+    // Picture.
+    double fringeMm = 0;
     std::array<Levels, 3> colorLevels; ///< red, green, blue
     Levels grayLevels{};
     Binarization binarization = Binarization::Dynamic;
     int threshold = 128;
-    bool invert = false;
     Dropout dropout = Dropout::None;
-    bool dropsFromColor = false;
     Background background = Background::None;
-    int backgroundSpan = 0; ///< how far below the paper's tone still counts as background
+    int backgroundSpan = 0; ///< how far from the paper's tone still counts as background
     Rgb backing = 0;
-    double fringeMm = 0;
-    bool grayForColor = false;
     Cleaning cleaning;
+
+    // Switches.
+    bool flatbed = false;
+    bool crops = false;
+    bool cropsEach = false;
+    bool orients = false;
+    bool turnsBack = false;
+    bool dropsBlank = false;
+    bool invert = false;
+    bool dropsFromColor = false;
+    bool grayForColor = false;
 };
 
 /// Reads the options. @p feederHasPaper decides where the automatic source takes its paper from.

@@ -17,6 +17,10 @@ cleanup() {
 }
 trap cleanup EXIT
 
+run() {
+    LD_PRELOAD="${KESTREL_SANITIZER:-}" "$@"
+}
+
 fail() {
     echo "$1" >&2
     cat "$out/saned.log" >&2 || true
@@ -30,7 +34,7 @@ echo net >"$out/client/dll.conf"
 echo 127.0.0.1 >"$out/client/net.conf"
 
 saned=$(command -v saned || echo /usr/sbin/saned)
-SANE_CONFIG_DIR="$out/server" KESTREL_SIM_JOURNAL="$out/journal" \
+SANE_CONFIG_DIR="$out/server" KESTREL_SIM_JOURNAL="$out/journal" LD_PRELOAD="${KESTREL_SANITIZER:-}" \
     "$saned" -l -b 127.0.0.1 -e -d 3 >"$out/saned.log" 2>&1 &
 server=$!
 export SANE_CONFIG_DIR="$out/client"
@@ -45,17 +49,18 @@ until grep -q '0100007F:19A6' /proc/net/tcp; do
 done
 
 device=net:127.0.0.1:kestrel_adv:duplex
-scanimage -L >"$out/list"
+run scanimage -L >"$out/list"
 grep -q "$device" "$out/list" || fail "-L over the network: $(cat "$out/list")"
-scanimage -d "$device" -A >"$out/options"
+run scanimage -d "$device" -A >"$out/options"
 grep -q 'serial-number.*KS2380F00017' "$out/options" || fail "-A over the network shows no serial number"
-scanimage -d "$device" --source 'ADF Front' --mode Color --resolution 75 -x 210 -y 297 \
+run scanimage -d "$device" --source 'ADF Front' --mode Color --resolution 75 -x 210 -y 297 \
     --batch="$out/page%02d.pnm" >/dev/null 2>"$out/log" || fail "--batch: $(cat "$out/log")"
 pages=$(find "$out" -name 'page*.pnm' | wc -l)
 [ "$pages" -eq 6 ] || fail "six sheets gave $pages pages"
 [ "$(grep -c '^start good ' "$out/journal")" -eq 6 ] || fail "the server scanned something else"
 
 # The same picture as without a network in between.
-SANE_CONFIG_DIR="$out/server" scanimage -d kestrel_adv:duplex --source 'ADF Front' --mode Color \
-    --resolution 75 -x 210 -y 297 --format=pnm >"$out/direct.pnm"
+export SANE_CONFIG_DIR="$out/server"
+run scanimage -d kestrel_adv:duplex --source 'ADF Front' --mode Color --resolution 75 -x 210 -y 297 \
+    --format=pnm >"$out/direct.pnm"
 cmp "$out/direct.pnm" "$out/page01.pnm" || fail "the network changed the picture"

@@ -7,21 +7,25 @@ out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
 export KESTREL_SIM_JOURNAL="$out/journal"
 
+run() {
+    LD_PRELOAD="${KESTREL_SANITIZER:-}" "$@"
+}
+
 fail() {
     echo "$1" >&2
     exit 1
 }
 
-scanimage -L >"$out/list"
+run scanimage -L >"$out/list"
 for device in kestrel_adv:duplex kestrel_adv:twopath kestrel_adv:feeder kestrel_adv:flatbed \
     kestrel_adv:a3 kestrel_adv:longpaper avision_adv:feeder; do
     grep -q "device .$device' is a Kestrel" "$out/list" || fail "-L does not list $device"
-    scanimage -d "$device" -A >"$out/options"
+    run scanimage -d "$device" -A >"$out/options"
     grep -q -- '--resolution' "$out/options" || fail "-A of $device shows no resolution"
     grep -q 'serial-number' "$out/options" || fail "-A of $device shows no serial number"
 done
 
-scanimage -d kestrel_adv:duplex --source 'ADF Duplex' --mode Gray --resolution 100 \
+run scanimage -d kestrel_adv:duplex --source 'ADF Duplex' --mode Gray --resolution 100 \
     -x 210 -y 297 --batch="$out/page%02d.pnm" >/dev/null 2>"$out/log" ||
     fail "--batch: $(cat "$out/log")"
 pages=$(find "$out" -name 'page*.pnm' | wc -l)
@@ -35,6 +39,6 @@ grep -q '^set source "ADF Duplex" good$' "$out/journal" || fail "the source is n
 [ "$(grep -c '^start good ' "$out/journal")" -eq 12 ] || fail "the journal counts other pages"
 grep -q '^start no-docs$' "$out/journal" || fail "the feeder did not run empty"
 
-scanimage -d kestrel_adv:flatbed --resolution 75 --format=pnm >"$out/flat.pnm" 2>"$out/log" ||
+run scanimage -d kestrel_adv:flatbed --resolution 75 --format=pnm >"$out/flat.pnm" 2>"$out/log" ||
     fail "flatbed: $(cat "$out/log")"
 [ "$(head -c 2 "$out/flat.pnm")" = P6 ] || fail "the flatbed gave no colour image"
