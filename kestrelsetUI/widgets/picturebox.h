@@ -21,8 +21,7 @@ class Q_DECL_EXPORT PreviewBoxUI : public QWidget
 public:
     explicit PreviewBoxUI(QWidget* parent = nullptr);
     ~PreviewBoxUI() override;
-    PreviewBoxUI(const PreviewBoxUI&) = delete;
-    PreviewBoxUI& operator=(const PreviewBoxUI&) = delete;
+    Q_DISABLE_COPY_MOVE(PreviewBoxUI)
 
     // Picture
 

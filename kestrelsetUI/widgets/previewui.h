@@ -14,8 +14,7 @@ class Q_DECL_EXPORT PreViewUI : public QWidget
 public:
     explicit PreViewUI(QWidget* parent = nullptr);
     ~PreViewUI() override;
-    PreViewUI(const PreViewUI&) = delete;
-    PreViewUI& operator=(const PreViewUI&) = delete;
+    Q_DISABLE_COPY_MOVE(PreViewUI)
 
     /// Sets the length the ruler is made for and shows it.
     /// @param mm millimetres; a length that is not above 0 or is beyond 10000 gives a standard of 0

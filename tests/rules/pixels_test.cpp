@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -10,6 +11,8 @@
 #include <utility>
 
 #include <malloc.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 using namespace kestrel;
 using Bytes = std::vector<unsigned char>;
@@ -93,6 +96,24 @@ TEST(Rgb24To32, LeavesTheLastRowAsTheMemoryCame)
         EXPECT_EQ(some.get()[4 * kWidth * 2 + i], fill) << i;
         EXPECT_EQ(none.get()[i], fill) << i;
     }
+}
+
+TEST(Rgb24To32, ReadsNotAByteBehindTheRowsItConverts)
+{
+    // The source ends where a page begins that nobody may touch.
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    void* const memory =
+        mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(memory, MAP_FAILED);
+    unsigned char* const end = static_cast<unsigned char*>(memory) + page;
+    ASSERT_EQ(mprotect(end, page, PROT_NONE), 0);
+    for (int width = 1; width <= 40; ++width) {
+        std::fill(end - 3 * width, end, static_cast<unsigned char>(width));
+        const Converted pixels(rgb24To32(end - 3 * width, width, 2));
+        ASSERT_NE(pixels, nullptr);
+        EXPECT_EQ(pixels.get()[4 * (width - 1)], width);
+    }
+    munmap(memory, 2 * page);
 }
 
 TEST(Rgb24To32, OneRowReadsNothing)
