@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QScreen>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -28,7 +29,7 @@ MainWindow::MainWindow(const QString& configDir, QWidget* parent)
 {
     setObjectName(QStringLiteral("main_window"));
     setWindowTitle(tr("扫描"));
-    resize(1080, 760);
+    resize(QSize(1080, 760).boundedTo(screen()->availableSize() * 0.9));
     buildActions();
     buildPages();
     buildStatusBar();

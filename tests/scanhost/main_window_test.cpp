@@ -2,8 +2,10 @@
 #include "program.h"
 
 #include <main_window.h>
+#include <tour.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -27,11 +29,45 @@ using kestrel::SaneLibrary;
 
 constexpr int patience = 60'000; // milliseconds until a test gives up
 
+/// Clicks a button of the settings dialog whenever the dialog is shown.
+class InShownDialog : public QObject
+{
+public:
+    explicit InShownDialog(const char* button) : m_button(button)
+    {
+        qApp->installEventFilter(this);
+    }
+    int count() const { return m_count; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* dialog = qobject_cast<QDialog*>(watched);
+        auto* button = dialog != nullptr && event->type() == QEvent::Show
+                           ? dialog->findChild<QPushButton*>(m_button)
+                           : nullptr;
+        if (button != nullptr) {
+            // From the dialog's own event loop, as a user would.
+            QTimer::singleShot(0, button, [this, button] {
+                ++m_count;
+                button->click();
+            });
+        }
+        return false;
+    }
+
+private:
+    QString m_button;
+    int m_count = 0;
+};
+
 class Window : public testing::Test
 {
 protected:
     /// Opens the window on a scanner.
-    void open(const std::string& config, const QString& device = "kestrel_adv:sim")
+    /// @param before runs ahead of the search for scanners
+    void open(const std::string& config, const QString& device = "kestrel_adv:sim",
+              const std::function<void()>& before = {})
     {
         m_environment = std::make_unique<kestrel::test::SimEnv>(config);
         m_sane = std::make_unique<SaneLibrary>();
@@ -39,6 +75,9 @@ protected:
         m_window = std::make_unique<MainWindow>(m_dir.filePath("settings"));
         m_window->show();
         QSignalSpy ready(m_window.get(), &MainWindow::ready);
+        if (before) {
+            before();
+        }
         m_window->findDevices(device);
         ASSERT_TRUE(ready.wait(patience));
     }
@@ -284,4 +323,36 @@ TEST_F(Window, LookingAgainKeepsTheScanner)
     ASSERT_TRUE(ready.wait(patience));
     EXPECT_EQ(m_window->findChild<QComboBox*>("device")->currentText(), "Kestrel Q1410A");
     EXPECT_TRUE(m_window->hasDevice());
+}
+
+TEST_F(Window, TourScansAndSavesWhenTheSettingsAreConfirmed)
+{
+    const QString path = m_dir.filePath("tour.pdf");
+    const InShownDialog click("sure");
+    std::unique_ptr<kestrel::Tour> tour;
+    open(feeder, "kestrel_adv:sim", [&] {
+        tour = std::make_unique<kestrel::Tour>(*m_window, path);
+        tour->arm();
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path); }, patience));
+    EXPECT_EQ(click.count(), 1);
+    EXPECT_EQ(kestrel::test::pdfPages(path), 2);
+    EXPECT_TRUE(m_window->isVisible());
+}
+
+TEST_F(Window, TourEndsWhenTheSettingsAreCancelled)
+{
+    const InShownDialog click("cancel");
+    std::unique_ptr<kestrel::Tour> tour;
+    open(feeder, "kestrel_adv:sim", [&] {
+        tour = std::make_unique<kestrel::Tour>(*m_window, m_dir.filePath("tour.pdf"));
+        tour->arm();
+    });
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return click.count() == 1 && m_window->settingsDialog()->dialog()->isHidden(); },
+        patience));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_window->pageCount(), 0);
+    EXPECT_FALSE(action("stop")->isEnabled()) << "nothing is being scanned";
+    EXPECT_TRUE(action("scan")->isEnabled());
 }
