@@ -147,7 +147,7 @@ void drawForm(Canvas& canvas)
         canvas.fillRect(20, y, size.width - 32, 0.6, red);
         canvas.fillRect(20, y, 0.6, 8, red);
         canvas.text(22, y + 2, 2.4, "FIELD", red);
-        canvas.text(60, y + 4, 3, "FILLED IN BY HAND", black);
+        canvas.text(size.width * 0.3, y + 4, 3, "FILLED IN BY HAND", black);
     }
     canvas.fillRect(20, 34, 30, 10, green);
     canvas.fillRect(54, 34, 30, 10, blue);
@@ -170,9 +170,11 @@ void drawNumber(Canvas& canvas, Side side, int number)
 {
     const SizeMm& size = canvas.size();
     const std::string label = std::to_string(number) + (side == Side::Front ? "F" : "B");
-    const double capHeight = std::min(20.0, size.height / 5);
+    const double capHeight = std::min({20.0, size.height / 5, size.width / 8});
     canvas.text(size.width - Canvas::textWidth(capHeight, label) - 12, 10, capHeight, label, black);
-    canvas.text(22, 12, std::min(6.0, size.height / 10), "KESTREL", blue);
+    if (size.width >= 140) { // elsewhere it would run into the number
+        canvas.text(22, 12, 6, "KESTREL", blue);
+    }
 }
 
 void drawSpecks(Canvas& canvas, Side side, int number, const Cleaning& cleaning)
