@@ -148,8 +148,12 @@ void KestrelSettingUI::on_gamma_value_valueChanged(double g)
     }
 }
 
+// Setting a spin box to what it holds would still complete its text, between two keys of the user.
 void KestrelSettingUI::showGamma(double gamma)
 {
+    if (ui->gamma_value->value() == gamma) {
+        return;
+    }
     showing_gamma = true;
     ui->gamma_value->setValue(gamma);
     showing_gamma = false;
