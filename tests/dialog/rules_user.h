@@ -50,7 +50,7 @@ inline void paste(QAbstractSpinBox& box, const QString& text)
     ASSERT_NE(line, nullptr) << box.objectName().toStdString();
     line->selectAll();
     line->insert(text);
-    QTest::keyClick(&box, Qt::Key_Return);
+    QTest::keyClick(&box, Qt::Key_Tab);
 }
 
 } // namespace kestrel::test
