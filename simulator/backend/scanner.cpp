@@ -194,6 +194,10 @@ SANE_Status Scanner::read(SANE_Byte* buffer, SANE_Int room, SANE_Int& length)
         return SANE_STATUS_INVAL;
     }
     waitSlowly();
+    if (cancelAsked_) {
+        settle();
+        return SANE_STATUS_CANCELLED;
+    }
     const int bound = model_.faults.shortReads;
     std::size_t most = static_cast<std::size_t>(bound > 0 ? std::min(room, bound) : room);
     const ReadFault* const fault = dueFault(most);

@@ -1,6 +1,8 @@
 // Everything that can be made to go wrong does, exactly as configured.
 #include "backend/sim_env.h"
 
+#include <thread>
+
 #include <gtest/gtest.h>
 
 using kestrel::test::SimImage;
@@ -151,6 +153,23 @@ TEST(SimFaults, SlowReadsDeliverTheSame)
     const SimImage expected = scanFaultless();
     SimSession session(small + "read-delay-ms = 1\n");
     EXPECT_EQ(prepared(session).scan(1000000).bytes, expected.bytes);
+}
+
+TEST(SimFaults, ASlowReadEndsWhenAnotherThreadCancels)
+{
+    SimSession session(small + "read-delay-ms = 1000000000\n");
+    prepared(session);
+    ASSERT_EQ(sane_start(session.handle()), SANE_STATUS_GOOD);
+    SANE_Status status = SANE_STATUS_GOOD;
+    std::thread reader([&session, &status] {
+        SANE_Byte byte = 0;
+        SANE_Int length = 0;
+        status = sane_read(session.handle(), &byte, 1, &length);
+    });
+    sane_cancel(session.handle());
+    reader.join();
+    EXPECT_EQ(status, SANE_STATUS_CANCELLED);
+    EXPECT_EQ(session.set("brightness", "1"), SANE_STATUS_GOOD) << "the scanner is free again";
 }
 
 TEST(SimFaults, OptionsCanBeMissing)
