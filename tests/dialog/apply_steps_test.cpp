@@ -630,6 +630,16 @@ TEST_F(Apply, CombosWithoutACurrentItemAreNotSent)
     }
 }
 
+TEST_F(Apply, ABackgroundSettingWithoutACurrentItemIsNotSent)
+{
+    for (int kind = 1; kind <= 2; ++kind) {
+        choose("background_processing", kind);
+        combo("background_processing_setting").setCurrentIndex(-1);
+        EXPECT_EQ(sent("background-processing-setting"), nothing);
+        EXPECT_EQ(m_journal.setsOf("background-processing-sensitivity").size(), 1U);
+    }
+}
+
 TEST_F(Apply, EmptiedCombosDoNoHarm)
 {
     for (QComboBox* box : dialog().findChildren<QComboBox*>()) {

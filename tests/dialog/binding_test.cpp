@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 using namespace kestrel::test;
@@ -220,9 +220,9 @@ TEST_F(Binding, BindingAnotherScannerStartsAfresh)
     EXPECT_EQ(dialog().has_both_paths, 0);
     EXPECT_TRUE(dialog().serial_text.isEmpty());
     EXPECT_TRUE(dialog().counter_text.isEmpty());
-    EXPECT_EQ(dialog().counters.separationRoller, 0U);
-    EXPECT_EQ(dialog().counters.feedRoller, 0U);
-    EXPECT_EQ(dialog().counters.flatbedScans, 0U);
+    EXPECT_EQ(dialog().counters.separation_roller_count, 0U);
+    EXPECT_EQ(dialog().counters.feed_roller_count, 0U);
+    EXPECT_EQ(dialog().counters.flatbed_scan_count, 0U);
     EXPECT_FALSE(dialog().long_paper_available);
     EXPECT_EQ(dialog().device_name, QStringLiteral("Second"));
     EXPECT_EQ(dialog().sane_handle, second.handle());
@@ -268,6 +268,19 @@ TEST_F(Binding, AFullBackendFieldWithoutTerminatorIsReadToItsEnd)
     std::memset(record.backend, 'b', sizeof record.backend);
     bindRecord(scanner, record);
     EXPECT_EQ(dialog().backend_name, QString(128, QLatin1Char('b')));
+}
+
+TEST_F(Binding, ARecordThatEndsWithItsBackendNameIsReadNoFurther)
+{
+    FakeScanner scanner = fullScanner();
+    const ScannerIdentity whole = identity("ScannerA", "kestrel_adv");
+    // Exactly as long as its last text: reading on would leave the block.
+    std::vector<char> record(offsetof(ScannerIdentity, backend) + sizeof "kestrel_adv");
+    std::memcpy(record.data(), &whole, record.size());
+    EXPECT_TRUE(dialog().set_device(scanner.handle(), record.data(), dir().path()));
+    keepSettings();
+    EXPECT_EQ(dialog().device_name, QStringLiteral("ScannerA"));
+    EXPECT_EQ(dialog().backend_name, QStringLiteral("kestrel_adv"));
 }
 
 TEST_F(Binding, EmptyAndMalformedNamesDoNoHarm)

@@ -55,6 +55,30 @@ TEST_F(Closing, OkStoresTheTemplateIndexAndHides)
     EXPECT_EQ(storedIndex().toString(), QStringLiteral("0"));
 }
 
+TEST_F(Closing, OkHidesAndDoesNotClose)
+{
+    class CloseCounter : public QObject
+    {
+    public:
+        int closes = 0;
+
+    protected:
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            closes += event->type() == QEvent::Close ? 1 : 0;
+            return QObject::eventFilter(watched, event);
+        }
+    };
+    CloseCounter counter;
+    dialog().installEventFilter(&counter);
+    show();
+    click(button("sure"));
+    EXPECT_EQ(counter.closes, 0);
+    show();
+    click(button("cancel"));
+    EXPECT_EQ(counter.closes, 1);
+}
+
 TEST_F(Closing, OkStoresTheIndexOfTheSelectedTemplate)
 {
     combo("usertemplate").addItems({QStringLiteral("Office"), QStringLiteral("Photo")});

@@ -30,6 +30,7 @@ TEST_F(Construction, TheDialogIsModalAndNotShown)
     EXPECT_FALSE(dialog().isVisible());
     EXPECT_TRUE(dialog().isModal());
     EXPECT_EQ(dialog().parent(), nullptr);
+    EXPECT_EQ(dialog().windowFlags(), QDialog().windowFlags());
 }
 
 TEST_F(Construction, TheDialogBelongsToItsParent)

@@ -580,8 +580,8 @@ TEST_F(Discovery, RollerCountersGiveALineEach)
     FakeScanner scanner;
     scanner.add(Option::integer("padscan-count", 12)).add(Option::integer("roller-count", 34));
     bind(scanner);
-    EXPECT_EQ(dialog().counters.separationRoller, 12U);
-    EXPECT_EQ(dialog().counters.feedRoller, 34U);
+    EXPECT_EQ(dialog().counters.separation_roller_count, 12U);
+    EXPECT_EQ(dialog().counters.feed_roller_count, 34U);
     EXPECT_EQ(dialog().counter_text,
               QStringLiteral("自动分纸滚轮/垫片次数：12\n自动进纸滚轮次数：34\n"));
 }
@@ -590,7 +590,7 @@ TEST_F(Discovery, RollerCountersAreUnsigned)
 {
     FakeScanner scanner = scannerWith(Option::integer("padscan-count", -1));
     bind(scanner);
-    EXPECT_EQ(dialog().counters.separationRoller, 4294967295U);
+    EXPECT_EQ(dialog().counters.separation_roller_count, 4294967295U);
     EXPECT_EQ(dialog().counter_text, QStringLiteral("自动分纸滚轮/垫片次数：4294967295\n"));
 }
 
@@ -600,8 +600,8 @@ TEST_F(Discovery, InactiveCountersAreLeftOut)
     scanner.add(Option::integer("padscan-count", 12).inactive());
     scanner.add(Option::integer("roller-count", 34).inactive());
     bind(scanner);
-    EXPECT_EQ(dialog().counters.separationRoller, 0U);
-    EXPECT_EQ(dialog().counters.feedRoller, 0U);
+    EXPECT_EQ(dialog().counters.separation_roller_count, 0U);
+    EXPECT_EQ(dialog().counters.feed_roller_count, 0U);
     EXPECT_TRUE(dialog().counter_text.isEmpty());
 }
 

@@ -5,11 +5,14 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QSignalSpy>
 
+#include <widgets/picturebox.h>
 #include <widgets/previewui.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace kestrel::test;
@@ -117,6 +120,20 @@ TEST_F(SourceMeasures, TheRulerTakesTheLongestHeightOtherwise)
     // 10000 / 355.6 = 28.1, cut to 28, raised to a multiple of 5.
     EXPECT_EQ(child<PreViewUI>(dialog(), "widget_5").getStandard(), 30);
     EXPECT_EQ(dialog().flatbed_max_length, 0);
+}
+
+TEST_F(SourceMeasures, ThePreviewBoxTakesTheRulersScale)
+{
+    FakeScanner full = fullScanner();
+    FakeScanner feederOnly = feederScanner();
+    for (FakeScanner* scanner : {&full, &feederOnly}) {
+        bind(*scanner);
+        const int standard = child<PreViewUI>(dialog(), "widget_5").getStandard();
+        QSignalSpy selected(&child<PreviewBoxUI>(dialog(), "preview_box"), &PreviewBoxUI::selected);
+        dialog().reset_preview();
+        ASSERT_EQ(selected.count(), 1);
+        EXPECT_EQ(selected.at(0).at(1).toInt(), standard);
+    }
 }
 
 TEST_F(SourceMeasures, WithoutAutomaticTheSourceIsNotTouched)

@@ -102,9 +102,9 @@ TEST_F(Information, ASecondBindingDoesNotRepeatTheComputer)
 
 TEST_F(Information, CountersAreShownByTheKindOfScanner)
 {
-    dialog().counters.separationRoller = 11;
-    dialog().counters.feedRoller = 22;
-    dialog().counters.flatbedScans = 33;
+    dialog().counters.separation_roller_count = 11;
+    dialog().counters.feed_roller_count = 22;
+    dialog().counters.flatbed_scan_count = 33;
     dialog().serial_text = QStringLiteral("序列号:  S\n");
     const QString rollers = QStringLiteral("自动分纸滚轮/垫片次数：11\n自动进纸滚轮次数：22\n");
     const QString flatbed = QStringLiteral("平台扫描次数：33\n");
@@ -120,7 +120,7 @@ TEST_F(Information, CountersAreShownByTheKindOfScanner)
 
 TEST_F(Information, LargeCountersAreUnsigned)
 {
-    dialog().counters.flatbedScans = 4294967295U;
+    dialog().counters.flatbed_scan_count = 4294967295U;
     dialog().device_kind = 0;
     dialog().setScannerInfo();
     EXPECT_EQ(dialog().counter_text, QStringLiteral("平台扫描次数：4294967295\n"));
@@ -131,7 +131,7 @@ TEST_F(Information, WithoutAVendorLibraryTheCountersKeepTheirValues)
     FakeScanner scanner = feederScanner();
     bind(scanner);
     dialog().getScannerRollerCount();
-    EXPECT_EQ(dialog().counters.separationRoller, 1234U);
-    EXPECT_EQ(dialog().counters.feedRoller, 5678U);
-    EXPECT_EQ(dialog().counters.flatbedScans, 0U);
+    EXPECT_EQ(dialog().counters.separation_roller_count, 1234U);
+    EXPECT_EQ(dialog().counters.feed_roller_count, 5678U);
+    EXPECT_EQ(dialog().counters.flatbed_scan_count, 0U);
 }

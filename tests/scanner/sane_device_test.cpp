@@ -144,8 +144,8 @@ TEST(Reading, GivesTheFirstWord)
     FakeScanner scanner;
     scanner.add(Option::integer("a", -7)).add(Option::array("b", {8, 9}));
     const SaneDevice device(scanner.handle());
-    EXPECT_EQ(device.readWord(1), -7);
-    EXPECT_EQ(device.readWord(2), 8);
+    EXPECT_EQ(device.readWord(1, *device.descriptor(1)), -7);
+    EXPECT_EQ(device.readWord(2, *device.descriptor(2)), 8);
 }
 
 TEST(Reading, GivesNothingWhenTheDeviceRefuses)
@@ -155,7 +155,7 @@ TEST(Reading, GivesNothingWhenTheDeviceRefuses)
     scanner.failOption(CallKind::Get, "a", SANE_STATUS_IO_ERROR);
     scanner.failOption(CallKind::Get, "b", SANE_STATUS_IO_ERROR);
     const SaneDevice device(scanner.handle());
-    EXPECT_FALSE(device.readWord(1));
+    EXPECT_FALSE(device.readWord(1, *device.descriptor(1)));
     EXPECT_FALSE(device.readText(2, *device.descriptor(2)));
 }
 

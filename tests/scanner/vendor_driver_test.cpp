@@ -41,9 +41,9 @@ protected:
     static void expectCounters(const RollerCounters& counters, std::uint32_t separation,
                                std::uint32_t feed, std::uint32_t flatbed)
     {
-        EXPECT_EQ(counters.separationRoller, separation);
-        EXPECT_EQ(counters.feedRoller, feed);
-        EXPECT_EQ(counters.flatbedScans, flatbed);
+        EXPECT_EQ(counters.separation_roller_count, separation);
+        EXPECT_EQ(counters.feed_roller_count, feed);
+        EXPECT_EQ(counters.flatbed_scan_count, flatbed);
     }
 
     VendorStub& m_full = stubOf(VENDOR_FULL_LIBRARY);
@@ -133,7 +133,7 @@ TEST_F(VendorLibrary, ReadingAgainAsksAgain)
     m_full.words[2] = 7;
     m_driver.readCounters(m_counters);
     EXPECT_STREQ(m_full.calls, "IDRIDR");
-    EXPECT_EQ(m_counters.feedRoller, 7U);
+    EXPECT_EQ(m_counters.feed_roller_count, 7U);
 }
 
 TEST_F(VendorLibrary, TheLegacyRecordHasTheRollersAtZeroAndTheFlatbedAtTwelve)
