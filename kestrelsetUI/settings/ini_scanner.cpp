@@ -292,7 +292,12 @@ bool holdsValueStartingWith(const QByteArray& data, const QByteArray& marker)
     if (!mayHoldAtSign(data)) {
         return false;
     }
-    const auto begins = [&marker](const QString& element) {
+    // In a file with a mark the toolkit drops further marks inside the values.
+    const bool isMarked = data.startsWith(byteOrderMark);
+    const auto begins = [&marker, isMarked](QString element) {
+        if (isMarked) {
+            element.remove(QLatin1String(byteOrderMark));
+        }
         return element.startsWith(QLatin1String(marker));
     };
     LineReader reader(data);

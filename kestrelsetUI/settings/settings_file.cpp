@@ -13,6 +13,7 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QSet>
 
 #include <algorithm>
 #include <chrono>
@@ -145,22 +146,41 @@ QString withoutEscape(const QString& text)
     return text;
 }
 
+// Names that the toolkit reads from files made by others, and then writes to one and the same line:
+// "/x" and "x".
+QSet<QString> sharedLines(const Snapshot& snapshot)
+{
+    QSet<QString> shared;
+    for (auto entry = snapshot.keyBegin(); entry != snapshot.keyEnd(); ++entry) {
+        const QString plain = entry->startsWith(QLatin1Char('/')) ? entry->mid(1) : QString();
+        const bool isWrittenPlain = !plain.isNull() && !plain.startsWith(QLatin1Char('/'));
+        if (isWrittenPlain && snapshot.contains(plain)) {
+            shared.insert(plain);
+        }
+    }
+    return shared;
+}
+
 // A cut file lacks lines at its end or the end of its last line; a file with holes has other
 // values. Lines are counted because the toolkit can't read back every name that it takes over from
 // a file made by others.
 bool holds(const QByteArray& content, const Snapshot& snapshot)
 {
     const QMultiHash<QString, QStringList> entries = readIniEntries(content);
-    if (entries.size() != snapshot.size() || (!content.isEmpty() && !content.endsWith('\n'))) {
+    const QSet<QString> shared = sharedLines(snapshot);
+    if (entries.size() != snapshot.size() - shared.size() ||
+        (!content.isEmpty() && !content.endsWith('\n'))) {
         return false;
     }
     for (auto wanted = snapshot.cbegin(); wanted != snapshot.cend(); ++wanted) {
+        if (!isWrittenAsText(wanted.value()) || shared.contains(wanted.key())) {
+            continue;
+        }
         const QList<QStringList> found = entries.values(wanted.key());
         const auto isWanted = [&wanted](const QStringList& elements) {
             return elements.size() == 1 && withoutEscape(elements.first()) == wanted->toString();
         };
-        if (!found.isEmpty() && isWrittenAsText(wanted.value()) &&
-            std::none_of(found.cbegin(), found.cend(), isWanted)) {
+        if (!found.isEmpty() && std::none_of(found.cbegin(), found.cend(), isWanted)) {
             return false;
         }
     }

@@ -75,6 +75,14 @@ TEST(IniScanner, FindsObjectsInEveryDisguise)
     }
 }
 
+TEST(IniScanner, FindsObjectsBehindMarksOfAMarkedFile)
+{
+    const QByteArray mark = "\xEF\xBB\xBF";
+    EXPECT_TRUE(holdsSerializedObject(mark + "k=" + mark + "@Variant(x)\n"));
+    EXPECT_TRUE(holdsSerializedObject(mark + "k=@\"" + mark + "Variant(x)\"\n"));
+    EXPECT_FALSE(holdsSerializedObject("k=" + mark + "@Variant(x)\n"));
+}
+
 TEST(IniScanner, LeavesHarmlessValuesAlone)
 {
     for (const char* const value :

@@ -257,6 +257,16 @@ TEST(SettingsFile, AnyTextThatCanBeReadCanBeSavedWithIt)
     }
 }
 
+TEST(SettingsFile, NamesThatShareALineDoNotKeepFromSaving)
+{
+    const SettingsFolder folder;
+    folder.write("x=1\n%2Fx=2\n=3\n%2F=4\n");
+    const SettingsHandle settings = openSettings(folder.filePath());
+    settings->setValue(keyA, QStringLiteral("12"));
+    EXPECT_TRUE(saveSettings(*settings));
+    EXPECT_EQ(readAfterRestart(folder.filePath()).value(keyA).toString(), QStringLiteral("12"));
+}
+
 TEST(SettingsFile, LinkToAFileStaysALink)
 {
     const SettingsFolder folder;
