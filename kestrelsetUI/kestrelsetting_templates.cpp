@@ -38,6 +38,11 @@ void refill(QComboBox* list, const QStringList& names)
     list->addItems(names);
 }
 
+bool holdsOnly(const QComboBox* list, const QString& entry)
+{
+    return list->count() == 1 && list->itemText(0) == entry;
+}
+
 } // namespace
 
 /// What the file says about templates. Read whole before the combo is touched, which loads groups.
@@ -67,7 +72,10 @@ bool KestrelSettingUI::listTemplates()
     settings->endGroup();
     const auto record = readTemplates();
     if (record.names.size() < 2) {
-        refill(ui->usertemplate, {workingEntry()});
+        // Another device's list may be there; filling loads a group, so not without need.
+        if (!holdsOnly(ui->usertemplate, workingEntry())) {
+            refill(ui->usertemplate, {workingEntry()});
+        }
         return false;
     }
     refill(ui->usertemplate, record.names);
