@@ -1,5 +1,7 @@
 #include "settings/ini_scanner.h"
 
+#include "settings/ini_line_reader.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -7,92 +9,6 @@
 namespace kestrel {
 
 namespace {
-
-constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
-
-/// A stretch of the file.
-struct Span
-{
-    const char* begin;
-    const char* end;
-};
-
-struct Line
-{
-    Span text;
-    const char* equals; ///< the "=" between key and value, or nullptr
-};
-
-bool isSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
-}
-
-bool isLineEnd(char c)
-{
-    return c == '\n' || c == '\r';
-}
-
-/// Cuts the file into lines: quotes may hold line ends, a backslash hides the character behind it,
-/// and a semicolon outside quotes begins a comment.
-class LineReader
-{
-public:
-    explicit LineReader(const QByteArray& data)
-        : at(data.constData() + (data.startsWith(byteOrderMark) ? strlen(byteOrderMark) : 0)),
-          end(data.constData() + data.size())
-    {
-    }
-
-    bool next(Line& line)
-    {
-        skipSpaces();
-        while (at < end && *at == ';') {
-            while (at < end && !isLineEnd(*at)) {
-                ++at;
-            }
-            skipSpaces();
-        }
-        line = {{at, at}, nullptr};
-        bool inQuotes = false;
-        for (; at < end; ++at) {
-            if (*at == '"') {
-                inQuotes = !inQuotes;
-            } else if (*at == '\\') {
-                skipEscape();
-            } else if (!inQuotes && (isLineEnd(*at) || *at == ';')) {
-                break;
-            } else if (!inQuotes && *at == '=' && line.equals == nullptr) {
-                line.equals = at;
-            }
-        }
-        line.text.end = at;
-        return line.text.begin < line.text.end;
-    }
-
-private:
-    void skipSpaces()
-    {
-        while (at < end && isSpace(*at)) {
-            ++at;
-        }
-    }
-
-    // Leaves the position on the last character that belongs to the backslash.
-    void skipEscape()
-    {
-        if (++at >= end) {
-            at = end - 1;
-            return;
-        }
-        if (at + 1 < end && isLineEnd(*at) && isLineEnd(at[1]) && *at != at[1]) {
-            ++at;
-        }
-    }
-
-    const char* at;
-    const char* end;
-};
 
 int digitValue(char c, int base)
 {

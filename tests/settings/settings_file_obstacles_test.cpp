@@ -2,8 +2,8 @@
 #include "settings/settings_file.h"
 #include "settings/settings_inspection.h"
 
-#include "child_process.h"
 #include "settings_folder.h"
+#include "without_file.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -21,27 +21,6 @@ namespace {
 const QString keyA = QStringLiteral("ScannerA/brightness");
 const QString plainName = QStringLiteral("ScannerA.ini");
 
-QByteArray nameOf(const SettingsFolder& folder)
-{
-    return QFile::encodeName(folder.filePath());
-}
-
-// The dialog and the manager still share what the user does, and nothing on the disk changes.
-void expectWorkingInMemory(const SettingsFolder& folder)
-{
-    const QStringList before = folder.files();
-    {
-        const SettingsHandle dialog = openSettings(folder.filePath());
-        const SettingsHandle manager = openSettings(folder.filePath());
-        EXPECT_TRUE(dialog->allKeys().isEmpty());
-        dialog->setValue(keyA, QStringLiteral("12"));
-        EXPECT_FALSE(saveSettings(*dialog));
-        EXPECT_EQ(manager->value(keyA).toString(), QStringLiteral("12"));
-        dialog->remove(keyA);
-    }
-    EXPECT_EQ(folder.files(), before);
-}
-
 void expectStartingAfresh(const SettingsFolder& folder)
 {
     const SettingsHandle settings = openSettings(folder.filePath());
@@ -49,20 +28,6 @@ void expectStartingAfresh(const SettingsFolder& folder)
     settings->setValue(keyA, QStringLiteral("12"));
     EXPECT_TRUE(saveSettings(*settings));
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
-}
-
-/// Runs @p body without root's powers.
-template <typename Body>
-void asOrdinaryUser(Body body)
-{
-    inChildProcess([body] {
-        constexpr uid_t nobody = 65534;
-        if (::geteuid() == 0) {
-            ASSERT_EQ(::setegid(nobody), 0);
-            ASSERT_EQ(::seteuid(nobody), 0);
-        }
-        body();
-    });
 }
 
 } // namespace
@@ -271,76 +236,6 @@ TEST(SettingsInPlace, LockFileThatNobodySignedDoesNotKeepFromSaving)
     lock.close();
     expectStartingAfresh(folder);
     EXPECT_EQ(folder.files(), QStringList(plainName));
-}
-
-TEST(SettingsInPlace, UnwritableFolderKeepsTheOldFile)
-{
-    const SettingsFolder folder;
-    folder.write("[ScannerA]\nbrightness=1\n");
-    const QByteArray directory = QFile::encodeName(QFileInfo(folder.filePath()).path());
-    ASSERT_EQ(::chmod(directory.constData(), 0555), 0);
-    asOrdinaryUser([&folder] {
-        const SettingsHandle settings = openSettings(folder.filePath());
-        EXPECT_EQ(settings->value(keyA).toString(), QStringLiteral("1"));
-        settings->setValue(keyA, QStringLiteral("12"));
-        EXPECT_FALSE(saveSettings(*settings));
-        EXPECT_EQ(settings->value(keyA).toString(), QStringLiteral("12"));
-    });
-    ASSERT_EQ(::chmod(directory.constData(), 0755), 0);
-    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
-    EXPECT_EQ(folder.files(), QStringList(plainName));
-}
-
-TEST(SettingsInPlace, UnwritableEmptyFolderWorksInMemory)
-{
-    const SettingsFolder folder;
-    const QByteArray directory = QFile::encodeName(QFileInfo(folder.filePath()).path());
-    ASSERT_EQ(::chmod(directory.constData(), 0555), 0);
-    asOrdinaryUser([&folder] { expectWorkingInMemory(folder); });
-    ASSERT_EQ(::chmod(directory.constData(), 0755), 0);
-}
-
-TEST(SettingsInPlace, FileOfAnotherUserIsReadButNotReplaced)
-{
-    const SettingsFolder folder;
-    folder.write("[ScannerA]\nbrightness=1\n");
-    const QByteArray directory = QFile::encodeName(QFileInfo(folder.filePath()).path());
-    ASSERT_EQ(::chmod(directory.constData(), 0777), 0);
-    ASSERT_EQ(::chmod(nameOf(folder).constData(), 0444), 0);
-    asOrdinaryUser([&folder] {
-        const SettingsHandle settings = openSettings(folder.filePath());
-        EXPECT_EQ(settings->value(keyA).toString(), QStringLiteral("1"));
-        settings->setValue(keyA, QStringLiteral("12"));
-        EXPECT_FALSE(saveSettings(*settings));
-    });
-    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
-    EXPECT_EQ(folder.files(), QStringList(plainName));
-}
-
-TEST(SettingsInPlace, UnreadableFileIsLeftAlone)
-{
-    const SettingsFolder folder;
-    folder.write("[ScannerA]\nbrightness=1\n");
-    const QByteArray directory = QFile::encodeName(QFileInfo(folder.filePath()).path());
-    ASSERT_EQ(::chmod(directory.constData(), 0777), 0);
-    ASSERT_EQ(::chmod(nameOf(folder).constData(), 0), 0);
-    asOrdinaryUser([&folder] {
-        EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Foreign);
-        expectWorkingInMemory(folder);
-    });
-    ASSERT_EQ(::chmod(nameOf(folder).constData(), 0644), 0);
-    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
-}
-
-TEST(SettingsInPlace, RefusedFileThatCantBeMovedIsLeftAlone)
-{
-    const SettingsFolder folder;
-    folder.write("k=@Variant(x)\n");
-    const QByteArray directory = QFile::encodeName(QFileInfo(folder.filePath()).path());
-    ASSERT_EQ(::chmod(directory.constData(), 0555), 0);
-    asOrdinaryUser([&folder] { expectWorkingInMemory(folder); });
-    ASSERT_EQ(::chmod(directory.constData(), 0755), 0);
-    EXPECT_EQ(folder.bytes(), "k=@Variant(x)\n");
 }
 
 TEST(SettingsLeftByAKilledProcess, EmptyOrCutFileComesBackFromTheHeldOne)

@@ -72,4 +72,9 @@ private:
     QTemporaryDir directory;
 };
 
+inline QByteArray nameOf(const SettingsFolder& folder)
+{
+    return QFile::encodeName(folder.filePath());
+}
+
 } // namespace kestrel::test
