@@ -119,7 +119,9 @@ QString outGetStr(QString s)
 {
     return guarded(
         [&] {
-            (new KestrelSettingUI)->show();
+            auto* const probe = new KestrelSettingUI;
+            probe->setWindowModality(Qt::NonModal);
+            probe->show();
             return s + QStringLiteral(" hell");
         },
         QString());

@@ -37,6 +37,7 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui_KestrelSetting>())
 {
     ui->setupUi(this);
+    rememberFormLimits();
     save_path = QStringLiteral("/tmp/");
     ui->tabWidget->setCurrentIndex(0);
     SetupGammaTable1(gamma_table.data(), 1.0);

@@ -11,6 +11,7 @@
 #include <QHash>
 #include <QRect>
 #include <QString>
+#include <QVariant>
 
 #include <sane/sane.h>
 
@@ -18,6 +19,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class CustomResolution;
 class EditTemplate;
@@ -203,10 +205,19 @@ private:
     class Q_DECL_HIDDEN Discovery;
     struct Q_DECL_HIDDEN TemplateRecord;
 
+    struct Limits
+    {
+        QWidget* control;
+        QVariant minimum;
+        QVariant maximum;
+    };
+    std::vector<Limits> form_limits; ///< of the controls that a scanner limits
+
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 
     Q_DECL_HIDDEN void assignButtonIds();
     Q_DECL_HIDDEN void connectSignals();
+    Q_DECL_HIDDEN void rememberFormLimits();
     Q_DECL_HIDDEN bool acceptPreviewArea();
     Q_DECL_HIDDEN void showScannerInfo();
     Q_DECL_HIDDEN void openSettings(const char* config_dir);

@@ -103,7 +103,7 @@ private:
     void serialNumber();
     void deviceInfo();
 
-    std::optional<WordRange> areaRange(int index) const;
+    std::optional<SANE_Fixed> areaMaximum(int index) const;
 
     KestrelSettingUI& dialog_;
     Ui_KestrelSetting& ui_;
@@ -161,8 +161,8 @@ const KestrelSettingUI::Discovery::Row* KestrelSettingUI::Discovery::row(const c
         {"poweroff-time",                     [](D& d) { d.powerOffTime(); }},
         {"serial-number",                     [](D& d) { d.serialNumber(); }},
         {"device-info",                       [](D& d) { d.deviceInfo(); }},
-        {"padscan-count",                     [](D& d) { d.counter(d.dialog_.counters.separationRoller, "自动分纸滚轮/垫片次数：%1\n"); }},
-        {"roller-count",                      [](D& d) { d.counter(d.dialog_.counters.feedRoller, "自动进纸滚轮次数：%1\n"); }},
+        {"padscan-count",                     [](D& d) { d.counter(d.dialog_.counters.separation_roller_count, "自动分纸滚轮/垫片次数：%1\n"); }},
+        {"roller-count",                      [](D& d) { d.counter(d.dialog_.counters.feed_roller_count, "自动进纸滚轮次数：%1\n"); }},
         {"eject-paper-opposite-side",         [](D& d) { d.ui_.eject_paper_groupBox->setHidden(!d.active()); }},
     };
     // clang-format on
@@ -174,6 +174,13 @@ const KestrelSettingUI::Discovery::Row* KestrelSettingUI::Discovery::row(const c
 
 void KestrelSettingUI::Discovery::startAfresh()
 {
+    for (const auto& limits : dialog_.form_limits) {
+        limits.control->setProperty("minimum", limits.minimum);
+        limits.control->setProperty("maximum", limits.maximum);
+    }
+    dialog_.portrait = true;
+    ui_.vertical_range->setChecked(true);
+    ui_.horizontal_range->setEnabled(true);
     ui_.source->clear();
     ui_.scanrange_setting->clear();
     ui_.preview_scanrange->clear();
@@ -219,7 +226,7 @@ std::optional<SANE_Word> KestrelSettingUI::Discovery::word()
     if (option_->size > static_cast<SANE_Int>(sizeof(SANE_Word))) {
         return lastWord_;
     }
-    const auto value = device_.readWord(index_);
+    const auto value = device_.readWord(index_, *option_);
     lastWord_ = value.value_or(lastWord_);
     return value;
 }
@@ -442,31 +449,38 @@ void KestrelSettingUI::Discovery::deviceInfo()
     }
 }
 
-std::optional<WordRange> KestrelSettingUI::Discovery::areaRange(int index) const
+/// The upper bound of an edge of the scan area at this moment.
+std::optional<SANE_Fixed> KestrelSettingUI::Discovery::areaMaximum(int index) const
 {
     const auto* const option = index > 0 ? device_.descriptor(index) : nullptr;
-    return option != nullptr ? wordRange(*option) : std::nullopt;
+    const auto range = option != nullptr ? wordRange(*option) : std::nullopt;
+    return range ? std::make_optional(fixedLength(*option, range->max)) : std::nullopt;
 }
 
 /// How long a sheet may be with and without long-paper scanning: the scanner is asked in both
 /// states.
 void KestrelSettingUI::Discovery::measureLongPaper()
 {
-    if (!dialog_.long_paper_available) {
+    const int index = dialog_.long_paper_option;
+    const auto* const option = dialog_.long_paper_available ? device_.descriptor(index) : nullptr;
+    if (option == nullptr) {
         return;
     }
-    const int option = dialog_.long_paper_option;
-    const auto height = [&](SANE_Word on) -> SANE_Fixed {
-        device_.writeWord(option, on, sizeof on);
-        const auto range = areaRange(dialog_.br_y_option);
-        return range ? range->max : 0;
+    const auto size = option->size;
+    const auto height = [&](SANE_Word on) {
+        device_.writeWord(index, on, size);
+        return areaMaximum(dialog_.br_y_option);
     };
-    const auto before = device_.readWord(option);
-    dialog_.long_paper_max_height = height(1);
-    dialog_.normal_max_height = height(0);
+    const auto before = device_.readWord(index, *option);
+    const auto longPaper = height(1);
+    const auto normal = height(0);
     if (before.value_or(0) != 0) {
-        device_.writeWord(option, *before, sizeof *before);
+        device_.writeWord(index, *before, size);
     }
+    // A scanner that can't tell keeps the one height it has.
+    const auto known = static_cast<SANE_Fixed>(SANE_FIX(ui_.br_y->maximum()));
+    dialog_.long_paper_max_height = longPaper.value_or(known);
+    dialog_.normal_max_height = normal.value_or(known);
 }
 
 /// The longest sheet that the preview shows: the flatbed's where there is one beside the feeder.
@@ -479,10 +493,8 @@ void KestrelSettingUI::Discovery::measureFlatbed()
         const auto status =
             device_.writeText(dialog_.source_option, flatbed, option != nullptr ? option->size : 0);
         qDebug() << dialog_.source_option << flatbed << status;
-        if (const auto range = areaRange(dialog_.br_y_option)) {
-            const auto* const height = device_.descriptor(dialog_.br_y_option);
-            dialog_.flatbed_max_length = static_cast<int>(millimetres(*height, range->max));
-        }
+        dialog_.flatbed_max_length =
+            static_cast<int>(fixedToMm(areaMaximum(dialog_.br_y_option).value_or(0)));
         qDebug() << dialog_.flatbed_max_length;
         length = static_cast<float>(dialog_.flatbed_max_length);
     }
@@ -514,16 +526,49 @@ void KestrelSettingUI::Discovery::listPaperSizes()
     }
 }
 
+/// Notes the limits that the form gives: they stand for what a scanner does not limit.
+void KestrelSettingUI::rememberFormLimits()
+{
+    const std::initializer_list<QWidget*> controls = {
+        ui->br_x,
+        ui->br_y,
+        ui->tl_x,
+        ui->tl_y,
+        ui->offset_x,
+        ui->offset_y,
+        ui->offset_w,
+        ui->offset_h,
+        ui->crop_adjust_top,
+        ui->crop_adjust_bottom,
+        ui->crop_adjust_left,
+        ui->crop_adjust_right,
+        ui->prefeed_time,
+        ui->background_processing_sensitivity,
+        ui->cachemode_value,
+        ui->powersaving_time,
+        ui->poweroff_time,
+    };
+    for (auto* const control : controls) {
+        form_limits.push_back(
+            {control, control->property("minimum"), control->property("maximum")});
+    }
+}
+
 int KestrelSettingUI::GetOptionByName()
 {
-    const auto count = SaneDevice(sane_handle).optionCount();
-    if (count.option == nullptr) {
+    if (sane_handle == nullptr) {
         return 0;
     }
     Discovery discovery(*this);
     discovery.startAfresh();
+    showScannerInfo();
+    const auto count = SaneDevice(sane_handle).optionCount();
+    if (count.option == nullptr) {
+        return 0;
+    }
     discovery.walk(count);
     discovery.measureLongPaper();
+    // The source may have been listed before it was known what the flatbed can do.
     updateCropList();
     discovery.measureFlatbed();
     discovery.listPaperSizes();

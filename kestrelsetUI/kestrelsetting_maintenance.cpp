@@ -42,19 +42,20 @@ void KestrelSettingUI::setScannerInfo()
     counter_text.clear();
     if (device_kind == 1 || device_kind == 2) {
         counter_text +=
-            QStringLiteral("自动分纸滚轮/垫片次数：%1\n").arg(counters.separationRoller);
-        counter_text += QStringLiteral("自动进纸滚轮次数：%1\n").arg(counters.feedRoller);
+            QStringLiteral("自动分纸滚轮/垫片次数：%1\n").arg(counters.separation_roller_count);
+        counter_text += QStringLiteral("自动进纸滚轮次数：%1\n").arg(counters.feed_roller_count);
     }
     if (device_kind == 0 || device_kind == 2) {
-        counter_text += QStringLiteral("平台扫描次数：%1\n").arg(counters.flatbedScans);
+        counter_text += QStringLiteral("平台扫描次数：%1\n").arg(counters.flatbed_scan_count);
     }
     showScannerInfo();
 }
 
 void KestrelSettingUI::lockFunctionByVid(unsigned int /*vid*/, const char* backend)
 {
-    qDebug() << backend;
-    if (strcasecmp(backend, "kestrel_adv") != 0) {
+    const char* const name = backend != nullptr ? backend : "";
+    qDebug() << name;
+    if (strcasecmp(name, "kestrel_adv") != 0) {
         ui->long_paper_scan->hide();
     }
 }

@@ -20,7 +20,8 @@ struct ScannerIdentity
     std::uint32_t vid; ///< USB vendor id
     std::uint32_t pid; ///< USB product id
     char name[128];    ///< base name of the device, UTF-8, NUL-terminated: names the settings file
-    char backend[128]; ///< name of the SANE backend, NUL-terminated, for example "kestrel_adv"
+    char backend[128]; ///< name of the SANE backend, for example "kestrel_adv"; read up to its NUL,
+                       ///< at most 128 bytes
 };
 static_assert(sizeof(ScannerIdentity) == 264, "the record is shared with hosts as raw memory");
 

@@ -7,7 +7,7 @@ namespace kestrel {
 // The sizes of Legal and Letter stand the other way round than their labels: saved settings and the
 // devices in the field rely on the pairing.
 // clang-format off
-const std::array<PaperSize, kScanAreaCount> kPaperSizes{{
+const std::array<PaperSize, kScanAreaCount> scanarea{{
     // area              text                             short   long   needsRoom  preview
     {ScanArea::Custom,   "自定义尺寸",                        0.0,   0.0,  false, PreviewRule::CustomPortrait},
     {ScanArea::UsLegal,  "US Legal - 8.5 x 14 英寸",        215.9, 279.4,  false, PreviewRule::Untouched},
@@ -24,7 +24,7 @@ const std::array<PaperSize, kScanAreaCount> kPaperSizes{{
 
 const PaperSize& paperSize(ScanArea area) noexcept
 {
-    return kPaperSizes[static_cast<std::size_t>(area)];
+    return scanarea[static_cast<std::size_t>(area)];
 }
 
 QString scanAreaText(ScanArea area)
@@ -34,7 +34,7 @@ QString scanAreaText(ScanArea area)
 
 std::optional<ScanArea> scanAreaFromText(const QString& text)
 {
-    for (const PaperSize& size : kPaperSizes) {
+    for (const PaperSize& size : scanarea) {
         if (text == QString::fromUtf8(size.text)) {
             return size.area;
         }
@@ -52,7 +52,7 @@ std::vector<ScanArea> admittedAreas(double widthMaxMm, double heightMaxMm)
 {
     std::vector<ScanArea> areas;
     areas.reserve(kScanAreaCount);
-    for (const PaperSize& size : kPaperSizes) {
+    for (const PaperSize& size : scanarea) {
         if (admits(size.area, widthMaxMm, heightMaxMm)) {
             areas.push_back(size.area);
         }

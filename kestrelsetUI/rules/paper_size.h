@@ -48,7 +48,7 @@ struct PaperSize
 };
 
 /// The table, by `ScanArea`.
-extern const std::array<PaperSize, kScanAreaCount> kPaperSizes;
+extern const std::array<PaperSize, kScanAreaCount> scanarea;
 
 /// The row of an entry.
 const PaperSize& paperSize(ScanArea area) noexcept;

@@ -121,6 +121,9 @@ std::optional<std::size_t> pixelBytes(int width, int height, std::size_t bytesPe
 
 unsigned char* rgb24To32(const unsigned char* rgb, int width, int height)
 {
+    if (width >= 0 && height >= 0 && (width == 0 || height == 0)) {
+        return static_cast<unsigned char*>(std::malloc(1)); // nothing to fill, but no failure
+    }
     const auto size = pixelBytes(width, height, 4);
     if (!size) {
         return nullptr;

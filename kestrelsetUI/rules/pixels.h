@@ -38,7 +38,7 @@ std::optional<std::size_t> pixelBytes(int width, int height, std::size_t bytesPe
 /// @param rgb rows of 3 x @p width bytes; only read when @p height is 2 or more
 /// @return 4 x @p width x @p height bytes to be released with free(); null when there is no memory
 /// or
-///         the size is not above 0
+///         a size is negative
 unsigned char* rgb24To32(const unsigned char* rgb, int width, int height);
 
 /// Brings a frame into packed 24-bit RGB: drops the padding, widens gray and bilevel.

@@ -1,20 +1,25 @@
 #include "scanner/sane_device.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <limits>
 
 namespace kestrel {
 namespace {
 
-// Devices have been seen to write a word more than they announce.
-constexpr std::size_t kReadSlack = 16;
+// What is read has room for a few bytes more than announced.
+constexpr std::size_t kReadSlack = 64;
 
+bool absurd(SANE_Int optionSize)
+{
+    return optionSize > kMaxOptionSize;
+}
+
+/// As many bytes as the option has, but not fewer than @p atLeast.
 std::size_t bufferSize(SANE_Int optionSize, std::size_t atLeast)
 {
-    if (optionSize <= 0 || optionSize > kMaxOptionSize) {
-        return atLeast;
-    }
-    return std::max(static_cast<std::size_t>(optionSize), atLeast);
+    return optionSize > 0 ? std::max(static_cast<std::size_t>(optionSize), atLeast) : atLeast;
 }
 
 std::size_t wordCount(SANE_Int optionSize, std::size_t atLeast)
@@ -72,6 +77,12 @@ int wholeUnits(const SANE_Option_Descriptor& option, SANE_Word word) noexcept
     return isFixed(option) ? static_cast<int>(fixedToMm(word)) : word;
 }
 
+SANE_Fixed fixedLength(const SANE_Option_Descriptor& option, SANE_Word word) noexcept
+{
+    constexpr SANE_Word kMax = std::numeric_limits<SANE_Word>::max() >> SANE_FIXED_SCALE_SHIFT;
+    return isFixed(option) ? word : std::clamp(word, -kMax, kMax) * (1 << SANE_FIXED_SCALE_SHIFT);
+}
+
 double millimetres(const SANE_Option_Descriptor& option, SANE_Word word) noexcept
 {
     return isFixed(option) ? fixedToMm(word) : word;
@@ -82,10 +93,9 @@ SaneDevice::OptionCount SaneDevice::optionCount() const
     OptionCount count;
     count.option = descriptor(0);
     if (count.option != nullptr) {
-        std::array<SANE_Word, kReadSlack> value{};
-        count.status =
-            sane_control_option(handle_, 0, SANE_ACTION_GET_VALUE, value.data(), nullptr);
-        count.value = value[0];
+        std::vector<SANE_Word> value;
+        count.status = read(0, *count.option, value);
+        count.value = value.empty() ? 0 : value.front();
     }
     return count;
 }
@@ -95,34 +105,40 @@ const SANE_Option_Descriptor* SaneDevice::descriptor(int index) const
     return sane_get_option_descriptor(handle_, index);
 }
 
-std::optional<SANE_Word> SaneDevice::readWord(int index) const
+SANE_Status SaneDevice::read(int index, const SANE_Option_Descriptor& option,
+                             std::vector<SANE_Word>& value) const
 {
-    std::array<SANE_Word, kReadSlack> value{};
-    if (sane_control_option(handle_, index, SANE_ACTION_GET_VALUE, value.data(), nullptr) !=
-        SANE_STATUS_GOOD) {
-        return std::nullopt;
+    if (absurd(option.size)) {
+        return SANE_STATUS_INVAL;
     }
-    return value[0];
+    value.assign(wordCount(option.size, 1) + kReadSlack / sizeof(SANE_Word), 0);
+    return sane_control_option(handle_, index, SANE_ACTION_GET_VALUE, value.data(), nullptr);
+}
+
+std::optional<SANE_Word> SaneDevice::readWord(int index, const SANE_Option_Descriptor& option) const
+{
+    std::vector<SANE_Word> value;
+    return read(index, option, value) == SANE_STATUS_GOOD ? std::make_optional(value.front())
+                                                          : std::nullopt;
 }
 
 std::optional<QByteArray> SaneDevice::readText(int index,
                                                const SANE_Option_Descriptor& option) const
 {
-    if (option.size > kMaxOptionSize) {
+    std::vector<SANE_Word> value;
+    if (read(index, option, value) != SANE_STATUS_GOOD) {
         return std::nullopt;
     }
-    const auto size = bufferSize(option.size, kStringValueSize);
-    std::vector<char> buffer(size + kReadSlack);
-    if (sane_control_option(handle_, index, SANE_ACTION_GET_VALUE, buffer.data(), nullptr) !=
-        SANE_STATUS_GOOD) {
-        return std::nullopt;
-    }
-    return QByteArray(buffer.data(), static_cast<int>(strnlen(buffer.data(), size)));
+    const auto* const text = reinterpret_cast<const char*>(value.data());
+    const auto size = value.size() * sizeof(SANE_Word);
+    return QByteArray(text, static_cast<int>(strnlen(text, size)));
 }
 
 SANE_Status SaneDevice::writeWord(int index, SANE_Word word, SANE_Int optionSize) const
 {
-    // The backend reads as many bytes as the descriptor says.
+    if (absurd(optionSize)) {
+        return SANE_STATUS_INVAL;
+    }
     std::vector<SANE_Word> value(wordCount(optionSize, 1));
     value[0] = word;
     return write(index, value.data());
@@ -134,6 +150,9 @@ SANE_Status SaneDevice::writeText(int index, const char* text, SANE_Int optionSi
     if (length > kStringValueSize) {
         std::abort();
     }
+    if (absurd(optionSize)) {
+        return SANE_STATUS_INVAL;
+    }
     // Zeroes behind the 64 bytes stop a backend that looks for the missing terminator.
     std::vector<char> value(bufferSize(optionSize, 2 * kStringValueSize));
     std::copy_n(text, length, value.begin());
@@ -143,6 +162,9 @@ SANE_Status SaneDevice::writeText(int index, const char* text, SANE_Int optionSi
 SANE_Status SaneDevice::writeGamma(int index, const GammaTable& table, SANE_Int optionSize) const
 {
     static_assert(sizeof(GammaTable::value_type) == sizeof(SANE_Word));
+    if (absurd(optionSize)) {
+        return SANE_STATUS_INVAL;
+    }
     std::vector<SANE_Word> value(wordCount(optionSize, table.size()), table.back());
     std::copy(table.begin(), table.end(), value.begin());
     return write(index, value.data());

@@ -42,6 +42,8 @@ std::vector<const char*> stringList(const SANE_Option_Descriptor& option);
 int wholeUnits(const SANE_Option_Descriptor& option, SANE_Word word) noexcept;
 /// Millimetres: a SANE_Fixed word is scaled by 1/65536, an integer stays.
 double millimetres(const SANE_Option_Descriptor& option, SANE_Word word) noexcept;
+/// A length as SANE_Fixed, whichever way the option counts its millimetres.
+SANE_Fixed fixedLength(const SANE_Option_Descriptor& option, SANE_Word word) noexcept;
 /// Millimetres of a SANE_Fixed number (16 fractional bits).
 constexpr double fixedToMm(SANE_Fixed value) noexcept
 {
@@ -66,21 +68,26 @@ public:
 
     const SANE_Option_Descriptor* descriptor(int index) const;
 
-    /// The option's first word; nothing when the device refuses.
-    std::optional<SANE_Word> readWord(int index) const;
+    /// The option's first word; nothing when the device refuses or the size is absurd.
+    std::optional<SANE_Word> readWord(int index, const SANE_Option_Descriptor& option) const;
     /// The option's text up to its terminator; nothing when the device refuses or the size is
     /// absurd.
     std::optional<QByteArray> readText(int index, const SANE_Option_Descriptor& option) const;
 
-    /// Sets a word; a larger option gets zeroes behind it.
+    // Backends read as many bytes as their descriptor says, so each value is padded with zeroes to
+    // the option's size. An absurd size is refused (SANE_STATUS_INVAL) without asking the device.
+
     SANE_Status writeWord(int index, SANE_Word word, SANE_Int optionSize) const;
     /// Sets a text in a zero-filled buffer of 64 bytes. One of exactly 64 has no terminator.
     /// A longer one is a fault of the program and ends it.
     SANE_Status writeText(int index, const char* text, SANE_Int optionSize) const;
+    /// Sets the table; a larger one repeats the last entry.
     SANE_Status writeGamma(int index, const GammaTable& table, SANE_Int optionSize) const;
     SANE_Status pressButton(int index) const;
 
 private:
+    SANE_Status read(int index, const SANE_Option_Descriptor& option,
+                     std::vector<SANE_Word>& value) const;
     SANE_Status write(int index, void* value) const;
 
     SANE_Handle handle_;

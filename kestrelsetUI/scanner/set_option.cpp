@@ -1,8 +1,10 @@
 #include "scanner/sane_device.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <strings.h>
 
@@ -48,7 +50,10 @@ SANE_Word toWord(const char* text)
 
 SANE_Fixed toFixed(const char* text)
 {
-    const double scaled = std::strtod(text, nullptr) * 65536.0;
+    // Not strtod(): the host's locale may want a comma.
+    double number = 0.0;
+    std::from_chars(text, text + std::strlen(text), number);
+    const double scaled = number * 65536.0;
     constexpr double kMin = std::numeric_limits<SANE_Word>::min();
     constexpr double kMax = std::numeric_limits<SANE_Word>::max();
     return std::isnan(scaled) ? 0 : static_cast<SANE_Fixed>(std::clamp(scaled, kMin, kMax));

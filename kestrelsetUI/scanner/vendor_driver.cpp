@@ -49,22 +49,22 @@ void VendorDriver::load(const QString& path)
         return;
     }
     if (const auto initialize = find<DriverCall>(library.get(), "AVInitializeDriver")) {
-        initializeDriver_ = initialize;
-        terminateDriver_ = find<DriverCall>(library.get(), "AVTerminateDriver");
-        initializeDevice_ = find<InitializeDevice>(library.get(), "AVInitializeDevice");
-        readNvm_ = find<ReadNvm>(library.get(), "AVReadNVMData");
-        memFree_ = find<MemFree>(library.get(), "AVMemFree");
+        vendor_initialize_driver = initialize;
+        vendor_terminate_driver = find<DriverCall>(library.get(), "AVTerminateDriver");
+        vendor_initialize_device = find<InitializeDevice>(library.get(), "AVInitializeDevice");
+        vendor_read_nvm = find<ReadNvm>(library.get(), "AVReadNVMData");
+        vendor_mem_free = find<MemFree>(library.get(), "AVMemFree");
     } else if (const auto read = find<ReadNvmLegacy>(library.get(), "ReadNVMData")) {
-        readNvmLegacy_ = read;
+        vendor_read_nvm_legacy = read;
     }
 }
 
 void VendorDriver::readCounters(RollerCounters& counters)
 {
-    if (readNvmLegacy_ != nullptr) {
+    if (vendor_read_nvm_legacy != nullptr) {
         readLegacy(counters);
     }
-    if (initializeDriver_ != nullptr) {
+    if (vendor_initialize_driver != nullptr) {
         readDriver(counters);
     }
 }
@@ -72,7 +72,7 @@ void VendorDriver::readCounters(RollerCounters& counters)
 void VendorDriver::readLegacy(RollerCounters& result) const
 {
     Record record{};
-    if ((readNvmLegacy_(record.data()) & 0xff) != 0) {
+    if ((vendor_read_nvm_legacy(record.data()) & 0xff) != 0) {
         result = counters(record, 0, 12);
     }
 }
@@ -82,14 +82,14 @@ void VendorDriver::readDriver(RollerCounters& result)
     Record record{};
     Request request{record.data(), 0};
     // A driver that fails to start is told to stop and asked all the same: it may be up already.
-    if (initializeDriver_(kDriverId) != 0 && terminateDriver_ != nullptr) {
-        terminateDriver_(kDriverId);
+    if (vendor_initialize_driver(vendor_driver_id) != 0 && vendor_terminate_driver != nullptr) {
+        vendor_terminate_driver(vendor_driver_id);
     }
-    if (initializeDevice_ == nullptr || readNvm_ == nullptr) {
+    if (vendor_initialize_device == nullptr || vendor_read_nvm == nullptr) {
         return;
     }
-    initializeDevice_(kDriverId, 0, device_.data());
-    if (readNvm_(kDriverId, device_.data(), &request, 0, &request.size) == 0) {
+    vendor_initialize_device(vendor_driver_id, 0, vendor_device.data());
+    if (vendor_read_nvm(vendor_driver_id, vendor_device.data(), &request, 0, &request.size) == 0) {
         result = counters(record, 8, 20);
     }
 }

@@ -12,9 +12,9 @@ namespace kestrel {
 /// Wear counters as the scanner's memory has them.
 struct RollerCounters
 {
-    std::uint32_t separationRoller = 0;
-    std::uint32_t feedRoller = 0;
-    std::uint32_t flatbedScans = 0;
+    std::uint32_t separation_roller_count = 0;
+    std::uint32_t feed_roller_count = 0;
+    std::uint32_t flatbed_scan_count = 0;
 };
 
 /// The functions of a vendor library. Everything is synchronous and on the caller's thread.
@@ -31,8 +31,8 @@ public:
     /// Reads the counters; whatever can't be read stays as it is in @p counters.
     void readCounters(RollerCounters& counters);
 
-    bool hasLegacyReader() const noexcept { return readNvmLegacy_ != nullptr; }
-    bool hasDriver() const noexcept { return initializeDriver_ != nullptr; }
+    bool hasLegacyReader() const noexcept { return vendor_read_nvm_legacy != nullptr; }
+    bool hasDriver() const noexcept { return vendor_initialize_driver != nullptr; }
 
 private:
     /// What AVReadNVMData fills.
@@ -53,16 +53,16 @@ private:
     void readLegacy(RollerCounters& counters) const;
     void readDriver(RollerCounters& counters);
 
-    static constexpr std::int32_t kDriverId = 292;
+    static constexpr std::int32_t vendor_driver_id = 292;
 
-    DriverCall initializeDriver_ = nullptr;
-    DriverCall terminateDriver_ = nullptr;
-    InitializeDevice initializeDevice_ = nullptr;
-    ReadNvm readNvm_ = nullptr;
-    MemFree memFree_ = nullptr; // found, never called: nothing here is the driver's to free
-    ReadNvmLegacy readNvmLegacy_ = nullptr;
+    DriverCall vendor_initialize_driver = nullptr;
+    DriverCall vendor_terminate_driver = nullptr;
+    InitializeDevice vendor_initialize_device = nullptr;
+    ReadNvm vendor_read_nvm = nullptr;
+    MemFree vendor_mem_free = nullptr; // found, never called: nothing here is the driver's to free
+    ReadNvmLegacy vendor_read_nvm_legacy = nullptr;
     // The first word is the device; the second is room for a driver that writes a pointer.
-    alignas(std::uint64_t) std::array<std::uint32_t, 2> device_{};
+    alignas(std::uint64_t) std::array<std::uint32_t, 2> vendor_device{};
 };
 
 } // namespace kestrel

@@ -32,7 +32,7 @@ constexpr Expected kExpected[] = {
 
 TEST(PaperSizes, EveryRowHoldsItsTextToTheByteAndItsSize)
 {
-    ASSERT_EQ(kPaperSizes.size(), std::size(kExpected));
+    ASSERT_EQ(scanarea.size(), std::size(kExpected));
     for (int row = 0; row < kScanAreaCount; ++row) {
         const auto area = static_cast<ScanArea>(row);
         EXPECT_EQ(paperSize(area).area, area);

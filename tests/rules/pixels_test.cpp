@@ -138,11 +138,20 @@ TEST(Rgb24To32, ConvertsAWholePage)
     EXPECT_EQ(wrong, 0U);
 }
 
+TEST(Rgb24To32, NothingToConvertIsNoFailure)
+{
+    for (const auto& [width, height] :
+         std::initializer_list<std::pair<int, int>>{{0, 4}, {4, 0}, {0, 0}}) {
+        const Converted pixels(rgb24To32(nullptr, width, height));
+        EXPECT_NE(pixels, nullptr) << width << 'x' << height;
+    }
+}
+
 TEST(Rgb24To32, SizesThatMakeNoPictureGiveNull)
 {
     const Bytes rgb(16);
     for (const auto& [width, height] : std::initializer_list<std::pair<int, int>>{
-             {0, 4}, {4, 0}, {0, 0}, {-1, 4}, {4, -1}, {-4, -4}, {kMin, kMin}, {kMax, kMax}}) {
+             {-1, 4}, {4, -1}, {-4, -4}, {kMin, kMin}, {kMax, kMax}}) {
         const Converted pixels(rgb24To32(rgb.data(), width, height));
         EXPECT_EQ(pixels, nullptr) << width << 'x' << height;
     }
