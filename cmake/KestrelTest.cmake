@@ -17,10 +17,11 @@ function(kestrel_add_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
+  set(leaks "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
   set_tests_properties(
     ${name}
     PROPERTIES TIMEOUT ${arg_TIMEOUT}
                LABELS "${arg_LABELS}"
                ENVIRONMENT
-               "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=1;${arg_ENVIRONMENT}")
+               "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=1;${leaks};${arg_ENVIRONMENT}")
 endfunction()

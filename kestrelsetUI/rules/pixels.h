@@ -37,8 +37,7 @@ std::optional<std::size_t> pixelBytes(int width, int height, std::size_t bytesPe
 /// Converts packed 24-bit RGB to pixels of the bytes B, G, R, 0. The last row is left unconverted.
 /// @param rgb rows of 3 x @p width bytes; only read when @p height is 2 or more
 /// @return 4 x @p width x @p height bytes to be released with free(); null when there is no memory
-/// or
-///         a size is negative
+/// or a size is negative; a size of 0 gives memory that nothing is written to
 unsigned char* rgb24To32(const unsigned char* rgb, int width, int height);
 
 /// Brings a frame into packed 24-bit RGB: drops the padding, widens gray and bilevel.
