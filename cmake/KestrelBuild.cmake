@@ -36,14 +36,17 @@ target_compile_definitions(
                              QT_MESSAGELOGCONTEXT)
 
 # A floor of the library: an object library whose headers are included as <floor>/<file>.
-#   kestrel_add_floor(NAME SOURCES ... [FLOORS lower floors ...] [LIBRARIES ...])
+#   kestrel_add_floor(NAME SOURCES ... [FLOORS lower floors ...] [LIBRARIES ...] [WIDGETS])
+# WIDGETS: it has QObjects and forms.
 function(kestrel_add_floor name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;FLOORS;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "WIDGETS" "" "SOURCES;FLOORS;LIBRARIES")
   add_library(${name} OBJECT ${arg_SOURCES})
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/kestrelsetUI")
   target_link_libraries(
     ${name}
     PUBLIC ${arg_FLOORS} ${arg_LIBRARIES}
     PRIVATE kestrel_warnings)
-  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+  if(arg_WIDGETS)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+  endif()
 endfunction()

@@ -136,6 +136,7 @@ bool KestrelSettingUI::set_device(void* handle, void* identity, const char* conf
     pid = record.pid;
     backend_name = QString::fromUtf8(backend);
     openSettings(config_dir);
+    configuration_loaded = false;
     ui->long_paper_scan->show();
     lockFunctionByVid(vid, backend.constData());
     vendor_lib_path = QStringLiteral("/usr/local/lib64/sane/%1")

@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class CustomResolution;
@@ -196,14 +197,17 @@ protected:
     SANE_Fixed normal_max_height = 0;
     bool flatbed_multi_crop = false;
 
-    bool previewing = false;    ///< a preview scan is under way
-    bool showing_gamma = false; ///< the gamma spin box is being written, not typed in
-    bool updating = false;      ///< update guard: the rules are writing the spin boxes themselves
-    bool portrait = true;       ///< orientation flag
+    bool previewing = false;           ///< a preview scan is under way
+    bool showing_gamma = false;        ///< the gamma spin box is being written, not typed in
+    bool configuration_loaded = false; ///< the controls hold what the settings file says
+    bool updating = false; ///< update guard: the rules are writing the spin boxes themselves
+    bool portrait = true;  ///< orientation flag
 
 private:
     class Q_DECL_HIDDEN Discovery;
     struct Q_DECL_HIDDEN TemplateRecord;
+
+    using StoredSetting = std::pair<const kestrel::Setting*, QString>;
 
     struct Limits
     {
@@ -228,6 +232,7 @@ private:
     Q_DECL_HIDDEN QString settingText(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN void loadSetting(const kestrel::Setting& setting, const QString& text);
     Q_DECL_HIDDEN void loadSideMode(kestrel::SideMode mask);
+    Q_DECL_HIDDEN void mendSideMode(const StoredSetting& first);
     Q_DECL_HIDDEN void loadCentering(bool on);
     Q_DECL_HIDDEN void storeGroup(const QString& group, bool defaults);
     Q_DECL_HIDDEN TemplateRecord readTemplates() const;

@@ -45,6 +45,11 @@ bool has(const QComboBox* list, int index)
     return index >= 0 && index < list->count();
 }
 
+bool has(const Setting& setting, const char* key)
+{
+    return std::strcmp(setting.key, key) == 0;
+}
+
 void setCustomResolution(QComboBox* list, const QString& text)
 {
     const bool present = list->count() == kResolutionItemsWithCustom;
@@ -248,7 +253,7 @@ void KestrelSettingUI::loadConfig(QString group)
         return;
     }
     // Everything is read before a control is touched: some of them load a group themselves.
-    std::vector<std::pair<const Setting*, QString>> stored;
+    std::vector<StoredSetting> stored;
     settings->beginGroup(groupName(group));
     for (const auto* const setting : readOrder()) {
         const auto value = settings->value(QString::fromLatin1(setting->key));
@@ -260,7 +265,24 @@ void KestrelSettingUI::loadConfig(QString group)
     }
     settings->endGroup();
     for (const auto& [setting, text] : stored) {
+        // A stored extent is no hand edit: it must neither be cut to the offset still on show nor
+        // make the paper size custom.
+        updating = has(*setting, "br_x") || has(*setting, "br_y");
         loadSetting(*setting, text);
+        updating = false;
+        if (has(*setting, "source")) {
+            mendSideMode(stored.front());
+        }
+    }
+}
+
+/// The side mode comes before the source. If the source on show till then was the automatic one,
+/// the back's detection has brought the front's: taken back where the feeder allows the back alone.
+void KestrelSettingUI::mendSideMode(const StoredSetting& first)
+{
+    if (first.first->encoding == Encoding::Mask && currentSource() == ScanSource::Feeder &&
+        multistream_mask != SideMode(parseMask(first.second))) {
+        loadSideMode(SideMode(parseMask(first.second)));
     }
 }
 
@@ -282,6 +304,7 @@ void KestrelSettingUI::startConfiguration()
         storeGroup(device_name + QStringLiteral("default"), true);
         storeGroup(device_name, false);
     }
+    configuration_loaded = true;
     const bool template_selected = listTemplates();
     saveSettings(*settings);
     loadConfig(template_selected ? ui->usertemplate->currentText() : device_name);

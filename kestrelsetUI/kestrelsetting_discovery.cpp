@@ -191,6 +191,8 @@ void KestrelSettingUI::Discovery::startAfresh()
     dialog_.br_y_option = 0;
     dialog_.long_paper_option = 0;
     dialog_.long_paper_available = false;
+    ui_.long_paper_scan->setChecked(false);
+    ui_.background_processing->setCurrentIndex(0);
     dialog_.long_paper_max_height = 0;
     dialog_.normal_max_height = 0;
     dialog_.serial_text.clear();

@@ -9,12 +9,14 @@
 #include "ui_kestrelsetting.h"
 
 #include <QDebug>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPointer>
 
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <unistd.h>
 
 using namespace kestrel;
@@ -38,6 +40,41 @@ public:
     WaitCursor(const WaitCursor&) = delete;
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
+
+/// Swallows keys and clicks.
+class InputEater : public QObject
+{
+public:
+    bool eventFilter(QObject* /*receiver*/, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+            return true;
+        default:
+            return false;
+        }
+    }
+};
+
+/// What was typed and clicked while the scanner kept everybody waiting was not meant for whatever
+/// is on show afterwards.
+void discardInput()
+{
+    InputEater eater;
+    QCoreApplication::instance()->installEventFilter(&eater);
+    QCoreApplication::processEvents();
+}
 
 QString text(double value)
 {
@@ -129,20 +166,23 @@ void KestrelSettingUI::on_preview_clicked()
     if (previewing) {
         return;
     }
+    const QPointer<KestrelSettingUI> alive(this);
+    const QPointer<QWidget> focus = focusWidget();
+    const SANE_Handle handle = sane_handle;
     previewing = true;
     ui->preview->setEnabled(false);
-    setParamForPreview();
-    const QPointer<KestrelSettingUI> alive(this);
     const auto status = scanPreview();
-    // Clicks made meanwhile must meet the disabled button, not start another scan.
-    QCoreApplication::processEvents();
-    if (alive.isNull()) {
-        return;
+    discardInput();
+    // Whatever came up meanwhile may have closed, deleted or bound the dialog to another device.
+    if (!alive.isNull() && sane_handle == handle) {
+        scan_error(status);
     }
-    scan_error(status);
     if (!alive.isNull()) {
         ui->preview->setEnabled(true);
         previewing = false;
+        if (!focus.isNull() && focus == ui->preview) {
+            focus->setFocus();
+        }
     }
 }
 
@@ -150,13 +190,17 @@ void KestrelSettingUI::on_preview_clicked()
 /// @return the status of the start
 SANE_Status KestrelSettingUI::scanPreview()
 {
+    const WaitCursor cursor;
+    setParamForPreview();
     if (sane_handle == nullptr) {
         return SANE_STATUS_GOOD;
     }
-    const WaitCursor cursor;
     const auto status = sane_start(sane_handle);
     if (status == SANE_STATUS_GOOD) {
-        showFrame(readFrame(sane_handle));
+        try {
+            showFrame(readFrame(sane_handle));
+        } catch (const std::bad_alloc&) { // the picture stays as it was
+        }
         sane_cancel(sane_handle);
     }
     return status;
@@ -167,7 +211,7 @@ void KestrelSettingUI::showFrame(Frame frame)
     const auto pixels = pixelLayout(frame.parameters);
     const int width = frame.parameters.pixels_per_line;
     const int height = frame.lines();
-    if (!pixels || frame.bytes.empty()) {
+    if (!pixels || frame.received == 0) {
         return;
     }
     auto rgb = packedRgb24(std::move(frame.bytes),

@@ -144,7 +144,9 @@ int KestrelSettingUI::setButtonTemplage(int n)
 /// Confirms: the selected entry's group takes what the controls show.
 void KestrelSettingUI::saveSelectedTemplate()
 {
-    if (settings == nullptr) {
+    // A scanner that could not be asked leaves controls that say nothing about it: they must not
+    // take the place of what is stored.
+    if (settings == nullptr || !configuration_loaded) {
         return;
     }
     const int index = ui->usertemplate->currentIndex();

@@ -27,7 +27,7 @@ struct FrameShape
 };
 
 /// Frames that would take more than this as packed RGB are refused: 1 GiB.
-constexpr std::size_t kMaximumPackedBytes = std::size_t{1} << 30U;
+constexpr std::size_t kMaximumPackedBytes = std::size_t{256} << 20U;
 
 /// @return width x height x bytesPerPixel, or nothing when a factor is not above 0 or the product
 /// is

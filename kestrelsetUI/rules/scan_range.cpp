@@ -87,10 +87,10 @@ RangeWrites paperChosen(const ScanRange& range, std::optional<ScanArea> area)
 
 RangeWrites orientationClicked(const ScanRange& range, int id)
 {
-    const bool portrait = id != 0;
-    if (portrait == range.portrait) {
+    if (id == (range.portrait ? 1 : 0)) {
         return {};
     }
+    const bool portrait = id != 0;
     const SpinMm width = range.width.set(range.height.value);
     const SpinMm height = range.height.set(range.width.value);
     RangeWrites writes{{RangeField::PortraitFlag, portrait ? 1.0 : 0.0},

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <limits>
 
 namespace kestrel {
 namespace {
@@ -55,11 +57,18 @@ bool isOneOf(DTAG_STATUS handle, Handles... handles)
 
 } // namespace
 
+/// The distance of two coordinates, but at least 1; hosts may give any points.
+static int extent(std::int64_t a, std::int64_t b)
+{
+    constexpr std::int64_t kMost = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(std::abs(a - b), std::int64_t{1}, kMost));
+}
+
 QRect rectBetween(const QPoint& a, const QPoint& b)
 {
     const QPoint second(std::max(b.x(), 0), std::max(b.y(), 0));
-    return {std::min(a.x(), second.x()), std::min(a.y(), second.y()),
-            std::max(1, std::abs(a.x() - second.x())), std::max(1, std::abs(a.y() - second.y()))};
+    return {std::min(a.x(), second.x()), std::min(a.y(), second.y()), extent(a.x(), second.x()),
+            extent(a.y(), second.y())};
 }
 
 QPoint roundedPoint(const QPointF& position)

@@ -11,11 +11,9 @@ constexpr std::size_t kMaxRead = std::size_t{1} << 30U;
 /// Bytes of the whole frame; 0 while the number of lines is unknown.
 std::size_t announcedBytes(const SANE_Parameters& parameters)
 {
-    if (parameters.lines <= 0) {
-        return 0;
-    }
-    const auto lineBytes = static_cast<std::size_t>(parameters.bytes_per_line);
-    return std::min(lineBytes * static_cast<std::size_t>(parameters.lines), kMaxFrameBytes);
+    return parameters.lines > 0 ? static_cast<std::size_t>(parameters.bytes_per_line) *
+                                      static_cast<std::size_t>(parameters.lines)
+                                : 0;
 }
 
 } // namespace
@@ -38,6 +36,9 @@ Frame readFrame(SANE_Handle handle)
         return frame;
     }
     const std::size_t announced = announcedBytes(frame.parameters);
+    if (announced > kMaxFrameBytes) {
+        return frame;
+    }
     const std::size_t limit = announced > 0 ? announced : kMaxFrameBytes;
     frame.bytes.resize(announced);
     while (frame.received < limit) {
@@ -48,11 +49,13 @@ Frame readFrame(SANE_Handle handle)
         SANE_Int length = 0;
         const auto status = sane_read(handle, frame.bytes.data() + frame.received,
                                       static_cast<SANE_Int>(room), &length);
-        if ((status != SANE_STATUS_GOOD && status != SANE_STATUS_EOF) || length <= 0 ||
-            static_cast<std::size_t>(length) > room) {
+        if (length <= 0 || static_cast<std::size_t>(length) > room) {
             break;
         }
         frame.received += static_cast<std::size_t>(length);
+        if (status != SANE_STATUS_GOOD && status != SANE_STATUS_EOF) {
+            break;
+        }
     }
     return frame;
 }

@@ -9,7 +9,7 @@
 
 namespace kestrel {
 
-/// The most that is kept of a frame: 256 MiB.
+/// The largest frame that is read: 256 MiB.
 constexpr std::size_t kMaxFrameBytes = std::size_t{256} << 20U;
 
 /// A frame as it came.
@@ -24,7 +24,9 @@ struct Frame
 /// Reads until the frame is full, the scanner fails or nothing more comes. What arrived counts,
 /// whatever the reason that no more did.
 /// @param handle open device after a successful sane_start(); its own thread only
-/// @return the frame; without bytes when the scanner gave no usable parameters
+/// @return the frame; without bytes when the scanner gave no usable parameters or announces more
+/// than
+///         kMaxFrameBytes
 Frame readFrame(SANE_Handle handle);
 
 } // namespace kestrel

@@ -54,8 +54,8 @@ void VendorDriver::load(const QString& path)
         vendor_initialize_device = find<InitializeDevice>(library.get(), "AVInitializeDevice");
         vendor_read_nvm = find<ReadNvm>(library.get(), "AVReadNVMData");
         vendor_mem_free = find<MemFree>(library.get(), "AVMemFree");
-    } else if (const auto read = find<ReadNvmLegacy>(library.get(), "ReadNVMData")) {
-        vendor_read_nvm_legacy = read;
+    } else {
+        vendor_read_nvm_legacy = find<ReadNvmLegacy>(library.get(), "ReadNVMData");
     }
 }
 

@@ -20,7 +20,8 @@ struct RollerCounters
 /// The functions of a vendor library. Everything is synchronous and on the caller's thread.
 ///
 /// A library is opened, searched and closed again at once; it is told to stay mapped, so that what
-/// was found stays callable. What a later library lacks keeps what an earlier one gave.
+/// was found stays callable. The functions of the other kind stay when a later library has none of
+/// them.
 class VendorDriver
 {
 public:

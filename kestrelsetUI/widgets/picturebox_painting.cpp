@@ -128,7 +128,7 @@ void PreviewBoxUI::drawSelection()
     const QRect rect = selection.selectRect();
     painter.save();
     painter.setClipRect(rect, Qt::IntersectClip);
-    drawPicture(rect);
+    drawPicture(rect & visibleRegion().boundingRect());
     painter.restore();
     painter.drawRect(rect);
     painter.setPen(linePen(Qt::blue));
