@@ -40,7 +40,7 @@ protected:
         bind(scanner);
         show();
     }
-    ~Gamma() override { destroy(); }
+    void TearDown() override { destroy(); } // before the scanner
 
     void expectAtRest(int slider, double value)
     {

@@ -36,7 +36,7 @@ protected:
         bind(scanner);
         show();
     }
-    ~Multistream() override { destroy(); }
+    void TearDown() override { destroy(); } // before the scanner
 
     void chooseSource(int row) { choose(combo("source"), kSourceTexts.at(row)); }
 

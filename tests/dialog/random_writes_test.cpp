@@ -50,7 +50,7 @@ protected:
             }
         }
     }
-    ~RandomWrites() override { destroy(); }
+    void TearDown() override { destroy(); } // before the scanner
 
     static bool isControl(const QWidget& widget)
     {

@@ -23,7 +23,7 @@ const QString kSeveral = QStringLiteral("自动多张图像-平台");
 class SourceRules : public SidesTest
 {
 protected:
-    ~SourceRules() override { destroy(); }
+    void TearDown() override { destroy(); } // before the scanner
 
     void start(FakeScanner made)
     {
