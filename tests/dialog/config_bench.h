@@ -131,9 +131,11 @@ protected:
         bind(scanner, name);
     }
 
-    /// Lets the file hold these values before the program starts.
+    /// Lets the file hold these values before the program starts; one that runs is ended.
     void prepare(const StoredList& values, const char* name = "ScannerA")
     {
+        leave();
+        m_dialog = std::make_unique<DialogProbe>();
         const QTemporaryDir elsewhere;
         const QString path = elsewhere.filePath(QStringLiteral("made.ini"));
         {
