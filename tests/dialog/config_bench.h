@@ -116,6 +116,13 @@ protected:
         m_left.clear();
     }
 
+    /// A program that has not bound yet.
+    void beginAnew()
+    {
+        leave();
+        m_dialog = std::make_unique<DialogProbe>();
+    }
+
     /// Ends the program and starts it again. The files go to a folder where this process has not
     /// read them yet, so that only their bytes count.
     void restart(FakeScanner& scanner, const char* name = "ScannerA")
@@ -134,8 +141,7 @@ protected:
     /// Lets the file hold these values before the program starts; one that runs is ended.
     void prepare(const StoredList& values, const char* name = "ScannerA")
     {
-        leave();
-        m_dialog = std::make_unique<DialogProbe>();
+        beginAnew();
         const QTemporaryDir elsewhere;
         const QString path = elsewhere.filePath(QStringLiteral("made.ini"));
         {
