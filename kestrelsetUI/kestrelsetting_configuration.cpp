@@ -3,6 +3,7 @@
 
 #include "dialogs/edittemplate.h"
 #include "rules/gamma.h"
+#include "rules/paper_size.h"
 #include "settings/settings_file.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
@@ -10,7 +11,10 @@
 #include "ui_kestrelsetting.h"
 
 #include <QSettings>
+#include <QSizeF>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -48,6 +52,20 @@ bool has(const QComboBox* list, int index)
 bool has(const Setting& setting, const char* key)
 {
     return std::strcmp(setting.key, key) == 0;
+}
+
+/// Whether an area is what a paper size gives, upright or across.
+bool isSizeOf(ScanArea paper, const QSizeF& area, double maxWidth, double maxHeight)
+{
+    constexpr double kHalfStepMm = 0.05;
+    const auto is = [&area](double width, double height) {
+        return std::abs(area.width() - width) < kHalfStepMm &&
+               std::abs(area.height() - height) < kHalfStepMm;
+    };
+    const auto& size = paperSize(paper);
+    return paper == ScanArea::Maximum
+               ? is(maxWidth, maxHeight)
+               : is(size.shortMm, size.longMm) || is(size.longMm, size.shortMm);
 }
 
 void setCustomResolution(QComboBox* list, const QString& text)
@@ -265,13 +283,40 @@ void KestrelSettingUI::loadConfig(QString group)
     }
     settings->endGroup();
     for (const auto& [setting, text] : stored) {
-        // A stored extent is no hand edit: it must neither be cut to the offset still on show nor
-        // make the paper size custom.
-        updating = has(*setting, "br_x") || has(*setting, "br_y");
         loadSetting(*setting, text);
-        updating = false;
         if (has(*setting, "source")) {
             mendSideMode(stored.front());
+        }
+    }
+    mendArea(stored);
+}
+
+/// Loaded one after the other, extents meet the offsets and the paper size that were on show
+/// before: they are cut to what those leave, and count as edits by hand. What was bent so is put
+/// back.
+void KestrelSettingUI::mendArea(const std::vector<StoredSetting>& stored)
+{
+    const auto find = [&stored](const char* key) {
+        return std::find_if(stored.begin(), stored.end(),
+                            [key](const auto& setting) { return has(*setting.first, key); });
+    };
+    const auto number = [&](const char* key) {
+        const auto found = find(key);
+        return found != stored.end() ? parseReal(found->second) : 0.0;
+    };
+    if (const auto paper = find("scanrange_setting"); paper != stored.end()) {
+        const int index = parseInteger(paper->second);
+        const auto area = scanAreaFromText(ui->scanrange_setting->itemText(index));
+        if (area && isSizeOf(*area, {number("br_x"), number("br_y")}, ui->br_x->maximum(),
+                             ui->br_y->maximum())) {
+            ui->scanrange_setting->setCurrentIndex(index);
+        }
+    }
+    for (const char* const key : {"br_x", "br_y", "tl_x", "tl_y"}) {
+        if (const auto found = find(key); found != stored.end()) {
+            updating = true;
+            loadSetting(*found->first, found->second);
+            updating = false;
         }
     }
 }

@@ -123,7 +123,7 @@ private:
     QSize scaledSize() const;
     static QSize roundedSize(const QSize& size, double factor);
     void drawPicture(const QRect& exposed);
-    void drawSelection();
+    void drawSelection(const QRect& exposed);
     void drawKeyboardFocus();
     void follow(const kestrel::Selection::Reaction& reaction);
 

@@ -81,7 +81,7 @@ void PreviewBoxUI::paintEvent(QPaintEvent* event)
         painter.fillRect(QRect(area.origin, area.maximum), QColor(0, 0, 0, kVeilAlpha));
     }
     if (selection.state() != kestrel::SelectionState::Idle) {
-        drawSelection();
+        drawSelection(event->rect());
     }
     drawKeyboardFocus();
     painter.end();
@@ -123,12 +123,12 @@ void PreviewBoxUI::drawPicture(const QRect& exposed)
     painter.drawImage(QPointF(scaledPartWindow.topLeft()) / ratio, scaledPart);
 }
 
-void PreviewBoxUI::drawSelection()
+void PreviewBoxUI::drawSelection(const QRect& exposed)
 {
     const QRect rect = selection.selectRect();
     painter.save();
     painter.setClipRect(rect, Qt::IntersectClip);
-    drawPicture(rect & visibleRegion().boundingRect());
+    drawPicture(rect & exposed);
     painter.restore();
     painter.drawRect(rect);
     painter.setPen(linePen(Qt::blue));
