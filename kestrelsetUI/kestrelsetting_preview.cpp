@@ -101,6 +101,13 @@ SpinMm spin(const QDoubleSpinBox* box)
     return {box->value(), box->minimum(), box->maximum()};
 }
 
+/// What is left of @p extent beside @p taken, as exact as the boxes are: a number that is held
+/// there has to count as at the edge when it comes back, whatever the difference of the doubles is.
+double roomBeside(const QDoubleSpinBox* extent, double taken)
+{
+    return QString::number(extent->maximum() - taken, 'f', extent->decimals()).toDouble();
+}
+
 } // namespace
 
 void KestrelSettingUI::setParamForPreview()
@@ -259,7 +266,7 @@ void KestrelSettingUI::previewOffsetEdited(QDoubleSpinBox* offset, double v,
     if (updating) {
         return;
     }
-    const double room = extent->maximum() - extent->value();
+    const double room = roomBeside(extent, extent->value());
     if (v >= room) {
         offset->setValue(room);
     } else {
@@ -274,7 +281,7 @@ void KestrelSettingUI::previewExtentEdited(QDoubleSpinBox* extent, double v,
     if (updating) {
         return;
     }
-    const double room = extent->maximum() - offset->value();
+    const double room = roomBeside(extent, offset->value());
     if (v >= room) {
         extent->setValue(room);
     } else {
