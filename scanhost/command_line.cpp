@@ -4,7 +4,9 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace kestrel {
 
@@ -47,6 +49,8 @@ struct Options
         lineText(QT_TRANSLATE_NOOP("CommandLine", "使用随附的模拟扫描仪，不需要真实设备"))};
     QCommandLineOption screenshots = hidden("screenshots", "DIR");
     QCommandLineOption tour = hidden("tour", "FILE");
+    QCommandLineOption scene = hidden("scene", "NAME");
+    QCommandLineOption sceneDir = hidden("scene-dir", "DIR");
 
 private:
     static QCommandLineOption hidden(const char* name, const char* value)
@@ -57,10 +61,26 @@ private:
     }
 };
 
+std::optional<Scene> sceneNamed(const QString& name)
+{
+    static constexpr std::pair<const char*, Scene> scenes[] = {
+        {"first-start", Scene::FirstStart},
+        {"second-start", Scene::SecondStart},
+        {"preview", Scene::Preview},
+        {"templates", Scene::Templates},
+    };
+    const auto* found = std::find_if(std::begin(scenes), std::end(scenes), [&](const auto& scene) {
+        return name == QLatin1String(scene.first);
+    });
+    return found != std::end(scenes) ? std::optional<Scene>(found->second) : std::nullopt;
+}
+
 QString understand(const QCommandLineParser& parser, const Options& options, CommandLine& line)
 {
-    const QCommandLineOption* const modes[] = {&options.list, &options.batch, &options.screenshots};
-    const RunMode meanings[] = {RunMode::List, RunMode::Batch, RunMode::Screenshots};
+    const QCommandLineOption* const modes[] = {&options.list, &options.batch, &options.screenshots,
+                                               &options.sceneDir};
+    const RunMode meanings[] = {RunMode::List, RunMode::Batch, RunMode::Screenshots,
+                                RunMode::Scene};
     for (std::size_t i = 0; i < std::size(modes); ++i) {
         if (!parser.isSet(*modes[i])) {
             continue;
@@ -96,6 +116,12 @@ QString understand(const QCommandLineParser& parser, const Options& options, Com
         }
         line.removeBlankPages = wish == "remove";
     }
+    line.scene = sceneNamed(parser.value(options.scene));
+    if (line.scene.has_value() != (line.mode == RunMode::Scene) ||
+        parser.isSet(options.scene) != (line.mode == RunMode::Scene)) {
+        return lineText(
+            QT_TRANSLATE_NOOP("CommandLine", "--scene-dir 要与 --scene 一起使用，且要有此场景"));
+    }
     return {};
 }
 
@@ -111,7 +137,7 @@ CommandLine parseCommandLine(const QStringList& arguments, QString& problem)
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOptions({options.list, options.device, options.batch, options.pdf, options.button,
                        options.blankPages, options.configDir, options.simulator,
-                       options.screenshots, options.tour});
+                       options.screenshots, options.tour, options.scene, options.sceneDir});
     CommandLine line;
     if (!parser.parse(arguments)) {
         problem = parser.errorText();

@@ -14,7 +14,17 @@ enum class RunMode
     Window,
     Batch,
     Screenshots,
+    Scene,
     List
+};
+
+/// See scenes.h.
+enum class Scene
+{
+    FirstStart,
+    SecondStart,
+    Preview,
+    Templates
 };
 
 /// The command line, understood.
@@ -23,10 +33,11 @@ struct CommandLine
     RunMode mode = RunMode::Window;
     QString device;                       ///< SANE device name; empty: the first one
     QString configDir;                    ///< folder of the settings files
-    QString outputDir;                    ///< for Batch and Screenshots
+    QString outputDir;                    ///< for Batch, Screenshots and Scene
     QString pdfFile;                      ///< for Batch; empty: no PDF
     QString tourFile;                     ///< for Window: PDF of a guided first scan; empty: none
     std::optional<int> button;            ///< template of this scanner button
+    std::optional<Scene> scene;           ///< for Scene: which one
     std::optional<bool> removeBlankPages; ///< switch the removal of blank pages
     bool simulator = false;               ///< use the simulated scanners
 };

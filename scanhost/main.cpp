@@ -3,6 +3,7 @@
 #include "icons.h"
 #include "main_window.h"
 #include "scanner_device.h"
+#include "scenes.h"
 #include "screenshots.h"
 #include "simulator_env.h"
 #include "status_text.h"
@@ -36,8 +37,8 @@ void allowMissingScreen(int argc, char** argv)
     for (int i = 1; i < argc; ++i) {
         const QByteArray argument(argv[i]);
         if (argument.startsWith("--batch") || argument.startsWith("--screenshots") ||
-            argument == "--list" || argument == "--help" || argument == "-h" ||
-            argument == "--version" || argument == "-v") {
+            argument.startsWith("--scene-dir") || argument == "--list" || argument == "--help" ||
+            argument == "-h" || argument == "--version" || argument == "-v") {
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }
     }
@@ -48,8 +49,11 @@ int runWindow(const kestrel::CommandLine& line)
     kestrel::MainWindow window(line.configDir);
     kestrel::Screenshots screenshots(window, line.outputDir);
     kestrel::Tour tour(window, line.tourFile);
+    kestrel::Scenes scenes(window, line.scene.value_or(kestrel::Scene::FirstStart), line.outputDir);
     if (line.mode == kestrel::RunMode::Screenshots) {
         screenshots.arm();
+    } else if (line.mode == kestrel::RunMode::Scene) {
+        scenes.arm();
     } else if (!line.tourFile.isEmpty()) {
         tour.arm();
     }
@@ -100,6 +104,7 @@ int main(int argc, char** argv)
         return kestrel::runBatch(line, out, err);
     case kestrel::RunMode::Window:
     case kestrel::RunMode::Screenshots:
+    case kestrel::RunMode::Scene:
         return runWindow(line);
     }
     return kestrel::exitFailed;

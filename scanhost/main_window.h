@@ -50,6 +50,7 @@ public:
     /// @return whether a scanner is open
     bool hasDevice() const { return m_device.handle() != nullptr; }
 
+    const std::vector<Page>& pages() const { return m_pages.pages(); }
     int pageCount() const { return m_pages.rowCount(); }
 
     /// @return what the message bar says

@@ -211,3 +211,22 @@ TEST_F(Batch, ScreenshotsWithoutScannerFail)
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_TRUE(result.err.contains(QStringLiteral("没有找到扫描仪")));
 }
+
+TEST_F(Batch, SceneFailsWhenTheDialogIsNotAsItShouldBe)
+{
+    const Run nothingConfirmed =
+        run(feeder, {"--scene", "second-start", "--scene-dir", path("scene")});
+    EXPECT_EQ(nothingConfirmed.exitCode, 1);
+    EXPECT_TRUE(nothingConfirmed.err.contains("not there")) << qPrintable(nothingConfirmed.err);
+    const Run noFlatbed = run(feeder, {"--scene", "preview", "--scene-dir", path("scene")});
+    EXPECT_EQ(noFlatbed.exitCode, 1);
+    EXPECT_TRUE(noFlatbed.err.contains("source")) << qPrintable(noFlatbed.err);
+    EXPECT_FALSE(QFile::exists(path("scene/area.png")));
+}
+
+TEST_F(Batch, ConfirmedSettingsAreThereAtTheNextStart)
+{
+    EXPECT_EQ(run(feeder, {"--scene", "first-start", "--scene-dir", path("scene")}).exitCode, 0);
+    EXPECT_EQ(run(feeder, {"--scene", "second-start", "--scene-dir", path("scene")}).exitCode, 0);
+    EXPECT_EQ(QImage(path("scene/first-start.png")), QImage(path("scene/second-start.png")));
+}

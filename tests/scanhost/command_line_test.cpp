@@ -56,6 +56,10 @@ TEST(CommandLine, OtherModes)
     EXPECT_EQ(parsed({"-d", "x:1"}).device, "x:1");
     EXPECT_EQ(parsed({"--batch", "d", "--blank-pages", "keep"}).removeBlankPages, false);
     EXPECT_EQ(parsed({"--tour", "t.pdf"}).tourFile, "t.pdf");
+    const CommandLine scene = parsed({"--scene", "preview", "--scene-dir", "s"});
+    EXPECT_EQ(scene.mode, RunMode::Scene);
+    EXPECT_EQ(scene.scene, kestrel::Scene::Preview);
+    EXPECT_EQ(scene.outputDir, "s");
 }
 
 TEST(CommandLine, WhatIsWrongIsSaid)
@@ -71,6 +75,9 @@ TEST(CommandLine, WhatIsWrongIsSaid)
         {"--batch", "a", "--button", "one"},
         {"--batch", "a", "--button", "-1"},
         {"--batch", "a", "--blank-pages", "maybe"},
+        {"--scene", "preview"},
+        {"--scene-dir", "s"},
+        {"--scene", "opera", "--scene-dir", "s"},
         {"--unknown"},
         {"left-over"},
     };
