@@ -2,7 +2,10 @@
 #include "program.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
+
+#include <algorithm>
 
 namespace {
 
@@ -17,6 +20,46 @@ bool showsSomething(const QImage& image)
         }
     }
     return false;
+}
+
+int countOf(const QImage& image, QRgb colour)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            count += image.pixel(x, y) == colour ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+bool isBlackAndWhite(const QImage& image)
+{
+    return countOf(image, qRgb(0, 0, 0)) + countOf(image, qRgb(255, 255, 255)) ==
+           image.width() * image.height();
+}
+
+QSizeF millimetres(const QImage& image)
+{
+    return {image.width() * 1000.0 / image.dotsPerMeterX(),
+            image.height() * 1000.0 / image.dotsPerMeterY()};
+}
+
+/// @return the part of the pixels that are dark in both pictures or in none
+/// @param offset where the top left corner of @p part lies in @p whole
+double agreement(const QImage& part, const QImage& whole, const QPoint& offset)
+{
+    constexpr int dark = 128;
+    const QRect common = part.rect() & whole.rect().translated(-offset);
+    int equal = 0;
+    for (int y = common.top(); y <= common.bottom(); ++y) {
+        for (int x = common.left(); x <= common.right(); ++x) {
+            const bool inPart = qGray(part.pixel(x, y)) < dark;
+            const bool inWhole = qGray(whole.pixel(QPoint(x, y) + offset)) < dark;
+            equal += inPart == inWhole ? 1 : 0;
+        }
+    }
+    return common.isEmpty() ? 0.0 : equal / (1.0 * common.width() * common.height());
 }
 
 class Newcomer : public testing::Test
@@ -53,6 +96,17 @@ protected:
     static QStringList files(const QString& pattern, const QString& folder = {})
     {
         return QDir(out(folder)).entryList({pattern}, QDir::Files, QDir::Name);
+    }
+
+    /// @return what was drawn on the preview, in millimetres
+    static QRectF selectedArea()
+    {
+        static const QRegularExpression words(
+            R"(Area ([\d.]+) x ([\d.]+) mm at ([\d.]+), ([\d.]+))");
+        const auto said = words.match(s_said);
+        EXPECT_TRUE(said.hasMatch()) << qPrintable(s_said);
+        const auto number = [&said](int n) { return said.captured(n).toDouble(); };
+        return {number(3), number(4), number(1), number(2)};
     }
 
     static std::unique_ptr<QTemporaryDir> s_dir;
@@ -111,9 +165,97 @@ TEST_F(Newcomer, ScannedPagesAreInTheFolderAndInTheDocument)
     EXPECT_EQ(kestrel::test::pdfPages(out("demo.pdf")), pages.size());
 }
 
+TEST_F(Newcomer, SecondStartLooksLikeTheFirst)
+{
+    const QImage first(out("first-start.png"));
+    const QImage second(out("second-start.png"));
+    EXPECT_TRUE(showsSomething(first));
+    EXPECT_EQ(first, second);
+    EXPECT_EQ(first.size(), QImage(out("tab-01.png")).size());
+    EXPECT_NE(first, QImage(out("tab-01.png")))
+        << "what was confirmed is not what was there before";
+}
+
+TEST_F(Newcomer, PreviewShowsTheSelection)
+{
+    const QImage image(out("preview-selection.png"));
+    EXPECT_TRUE(showsSomething(image));
+    EXPECT_GT(countOf(image, qRgb(0, 174, 255)), 8 * 16) << "the handles of the selection";
+    EXPECT_GT(countOf(image, qRgb(255, 0, 0)), 100) << "its outline";
+}
+
+TEST_F(Newcomer, PageOfTheAreaHasItsSize)
+{
+    const QRectF area = selectedArea();
+    EXPECT_GT(area.width(), 15.0);
+    EXPECT_GT(area.height(), 15.0);
+    const QImage page(out("area.png"));
+    EXPECT_TRUE(showsSomething(page));
+    EXPECT_NEAR(millimetres(page).width(), area.width(), 1.0);
+    EXPECT_NEAR(millimetres(page).height(), area.height(), 1.0);
+}
+
+TEST_F(Newcomer, ButtonOneScansBothSidesInColourAndInBlackAndWhite)
+{
+    const QStringList pages = files("page-*.png", "button-1");
+    ASSERT_GE(pages.size(), 4);
+    EXPECT_EQ(pages.size() % 4, 0) << "two images of two sides each";
+    EXPECT_EQ(kestrel::test::pdfPages(out("button-1.pdf")), pages.size());
+    int coloured = 0;
+    for (int i = 0; i < pages.size(); ++i) {
+        const QImage page(out("button-1/" + pages[i]));
+        ASSERT_FALSE(page.isNull()) << qPrintable(pages[i]);
+        if (i % 2 == 0) {
+            EXPECT_GT(page.depth(), 8) << qPrintable(pages[i]);
+            coloured += page.allGray() ? 0 : 1;
+        } else {
+            EXPECT_TRUE(isBlackAndWhite(page)) << qPrintable(pages[i]);
+        }
+    }
+    EXPECT_GE(coloured, 2);
+}
+
+TEST_F(Newcomer, ButtonTwoScansTheFlatbedInGrayOnACentredA5)
+{
+    const QStringList pages = files("page-*.png", "button-2");
+    ASSERT_EQ(pages.size(), 1);
+    EXPECT_EQ(kestrel::test::pdfPages(out("button-2.pdf")), 1);
+    const QImage page(out("button-2/" + pages[0]));
+    EXPECT_TRUE(showsSomething(page));
+    EXPECT_TRUE(page.allGray());
+    EXPECT_FALSE(isBlackAndWhite(page));
+    EXPECT_NEAR(millimetres(page).width(), 148.0, 0.5);
+    EXPECT_NEAR(millimetres(page).height(), 210.0, 0.5);
+}
+
+TEST_F(Newcomer, AreaAndCentredPageShowTheSheetWhereTheyWereCutFromIt)
+{
+    // Both are of the sheet on the glass, at the same resolution.
+    constexpr double glassWidth = 216.0;
+    constexpr double a5Width = 148.0;
+    const QImage area(out("area.png"));
+    const QImage centred(out("button-2/page-0001.png"));
+    ASSERT_FALSE(area.isNull() || centred.isNull());
+    ASSERT_EQ(area.dotsPerMeterX(), centred.dotsPerMeterX());
+    const double perMm = area.dotsPerMeterX() / 1000.0;
+    const QPointF place = selectedArea().topLeft() - QPointF((glassWidth - a5Width) / 2, 0.0);
+    const QPoint expected = (place * perMm).toPoint();
+    double best = 0.0;
+    for (int dy = -1; dy <= 1; ++dy) {
+        for (int dx = -1; dx <= 1; ++dx) {
+            best = std::max(best, agreement(area, centred, expected + QPoint(dx, dy)));
+        }
+    }
+    EXPECT_GT(best, 0.99);
+    EXPECT_LT(agreement(area, centred, expected + QPoint(12, 12)), 0.95)
+        << "a picture without detail shows nothing";
+}
+
 TEST_F(Newcomer, IsToldWhatThereIs)
 {
-    for (const char* name : {"demo.pdf", "pages/", "tab-*.png", "window.png"}) {
+    for (const char* name :
+         {"demo.pdf", "pages/", "tab-*.png", "window.png", "first-start.png", "second-start.png",
+          "preview-selection.png", "area.png", "button-1", "button-2"}) {
         EXPECT_TRUE(s_said.contains(name)) << name;
     }
     EXPECT_TRUE(s_said.contains(s_dir->filePath("out")));
