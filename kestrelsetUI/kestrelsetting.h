@@ -233,7 +233,7 @@ private:
     Q_DECL_HIDDEN void loadSetting(const kestrel::Setting& setting, const QString& text);
     Q_DECL_HIDDEN void loadSideMode(kestrel::SideMode mask);
     Q_DECL_HIDDEN void mendSideMode(const StoredSetting& first);
-    Q_DECL_HIDDEN void mendArea(const std::vector<StoredSetting>& stored);
+    Q_DECL_HIDDEN void mendBounded(const std::vector<StoredSetting>& stored);
     Q_DECL_HIDDEN void loadCentering(bool on);
     Q_DECL_HIDDEN void storeGroup(const QString& group, bool defaults);
     Q_DECL_HIDDEN TemplateRecord readTemplates() const;

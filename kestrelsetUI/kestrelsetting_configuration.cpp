@@ -86,6 +86,9 @@ void setCustomResolution(QComboBox* list, const QString& text)
 
 void KestrelSettingUI::setsavepath(char* path)
 {
+    if (path == nullptr) {
+        return;
+    }
     const std::size_t length = std::strlen(path);
     if (length > 0 && path[length - 1] != '/') {
         path[length] = '/';
@@ -99,9 +102,13 @@ void KestrelSettingUI::openSettings(const char* config_dir)
     config_path = config_dir != nullptr
                       ? QStringLiteral("%1/%2.ini").arg(QString::fromUtf8(config_dir), device_name)
                       : QString();
+    // Without a folder there is no file: a path that can't be one keeps dialog and manager
+    // together.
+    const QString file =
+        config_path.isEmpty() ? QStringLiteral("/dev/null/%1.ini").arg(device_name) : config_path;
     // Hosts may hold on to what an earlier binding opened, so it is never deleted.
-    settings = kestrel::openSettings(config_path).release();
-    edit_template->setPathINI(config_path);
+    settings = kestrel::openSettings(file).release();
+    edit_template->setPathINI(file);
 }
 
 /// The control of a setting; bound by object name, once.
@@ -267,7 +274,7 @@ void KestrelSettingUI::writeConfig(QString group)
 
 void KestrelSettingUI::loadConfig(QString group)
 {
-    if (settings == nullptr || group.isEmpty()) {
+    if (settings == nullptr) {
         return;
     }
     // Everything is read before a control is touched: some of them load a group themselves.
@@ -288,13 +295,13 @@ void KestrelSettingUI::loadConfig(QString group)
             mendSideMode(stored.front());
         }
     }
-    mendArea(stored);
+    mendBounded(stored);
 }
 
 /// Loaded one after the other, extents meet the offsets and the paper size that were on show
 /// before: they are cut to what those leave, and count as edits by hand. What was bent so is put
 /// back.
-void KestrelSettingUI::mendArea(const std::vector<StoredSetting>& stored)
+void KestrelSettingUI::mendBounded(const std::vector<StoredSetting>& stored)
 {
     const auto find = [&stored](const char* key) {
         return std::find_if(stored.begin(), stored.end(),
@@ -312,22 +319,40 @@ void KestrelSettingUI::mendArea(const std::vector<StoredSetting>& stored)
             ui->scanrange_setting->setCurrentIndex(index);
         }
     }
-    for (const char* const key : {"br_x", "br_y", "tl_x", "tl_y"}) {
-        if (const auto found = find(key); found != stored.end()) {
-            updating = true;
-            loadSetting(*found->first, found->second);
-            updating = false;
+    const auto load = [&](const char* key) {
+        updating = true;
+        loadSetting(*find(key)->first, find(key)->second);
+        updating = false;
+    };
+    // An extent without its offset stays within what the present offset leaves.
+    for (const auto& [extent, offset] : {std::pair("br_x", "tl_x"), std::pair("br_y", "tl_y")}) {
+        if (find(extent) != stored.end() && find(offset) != stored.end()) {
+            load(extent);
+            load(offset);
+        }
+    }
+    // Their bounds have moved with the area and the dot count.
+    for (const char* const bounded : {"additional_length_detection_length", "despeckle_ratios"}) {
+        if (find(bounded) != stored.end()) {
+            load(bounded);
         }
     }
 }
 
-/// The side mode comes before the source. If the source on show till then was the automatic one,
-/// the back's detection has brought the front's: taken back where the feeder allows the back alone.
+/// The side mode comes before the source, whose rules may then take it for a choice made under the
+/// source of before. What was confirmed under the same source is put back.
 void KestrelSettingUI::mendSideMode(const StoredSetting& first)
 {
-    if (first.first->encoding == Encoding::Mask && currentSource() == ScanSource::Feeder &&
-        multistream_mask != SideMode(parseMask(first.second))) {
-        loadSideMode(SideMode(parseMask(first.second)));
+    if (first.first->encoding != Encoding::Mask) {
+        return;
+    }
+    const SideMode mask(parseMask(first.second));
+    const auto source = currentSource();
+    const bool backAlone = source == ScanSource::Feeder && mask.detects(Side::Back);
+    const bool frontOnGlass = source == ScanSource::Flatbed && mask.detects(Side::Front) &&
+                              !mask.detects(Side::Back) && mask.modes(Side::Back) == 0;
+    if ((backAlone || frontOnGlass) && multistream_mask != mask) {
+        loadSideMode(mask);
     }
 }
 

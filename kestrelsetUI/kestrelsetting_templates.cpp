@@ -85,7 +85,9 @@ bool KestrelSettingUI::listTemplates()
 
 void KestrelSettingUI::on_usertemplate_currentIndexChanged(int index)
 {
-    loadConfig(index == 0 ? device_name : ui->usertemplate->currentText());
+    if (index >= 0) { // -1 while the list is being refilled
+        loadConfig(index == 0 ? device_name : ui->usertemplate->currentText());
+    }
 }
 
 void KestrelSettingUI::on_default_setting_clicked()
