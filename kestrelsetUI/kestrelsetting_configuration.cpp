@@ -331,11 +331,9 @@ void KestrelSettingUI::mendBounded(const std::vector<StoredSetting>& stored)
             load(offset);
         }
     }
-    // Their bounds have moved with the area and the dot count.
-    for (const char* const bounded : {"additional_length_detection_length", "despeckle_ratios"}) {
-        if (find(bounded) != stored.end()) {
-            load(bounded);
-        }
+    // Its limit has moved with the area.
+    if (find("additional_length_detection_length") != stored.end()) {
+        load("additional_length_detection_length");
     }
 }
 
