@@ -133,7 +133,8 @@ protected:
     std::string calls() const
     {
         std::string letters;
-        for (const Call& call : scanner.journal().calls()) {
+        const Journal journal = scanner.journal();
+        for (const Call& call : journal.calls()) {
             switch (call.kind) {
             case CallKind::Set:
                 if (letters.empty() || letters.back() != 's') {
