@@ -18,6 +18,19 @@ namespace {
 
 constexpr int mostFilesAside = 1000;
 
+// A thousand templates are about 64,000 lines with some 50 characters in each full key.
+constexpr qint64 mostLines = 300'000;
+constexpr qint64 longestName = 4096;
+constexpr qint64 mostNameWork = 64LL * 1024 * 1024;
+
+// The toolkit's reader takes minutes for some files of a megabyte.
+bool isQuicklyRead(const QByteArray& data)
+{
+    const IniMeasures measures = measureIni(data);
+    return measures.lines <= mostLines && measures.longestName <= longestName &&
+           measures.nameWork <= mostNameWork;
+}
+
 FileState stateWithoutFile(const QByteArray& name)
 {
     struct stat link
@@ -89,7 +102,8 @@ FileState inspectSettingsFile(const QString& path, QByteArray* content)
     if (!readAll(name, bytes)) {
         return FileState::Foreign;
     }
-    if (bytes.size() > largestSettingsFile || holdsSerializedObject(bytes)) {
+    if (bytes.size() > largestSettingsFile || !isQuicklyRead(bytes) ||
+        holdsSerializedObject(bytes)) {
         return FileState::Refused;
     }
     if (content != nullptr) {

@@ -11,7 +11,8 @@ enum class FileState
 {
     Missing, ///< nothing there: it can be created
     Sound,   ///< a regular file that can be read safely
-    Refused, ///< a regular file that is too large or would make the reader build objects
+    Refused, ///< a regular file that is too large, would make the reader build objects, or
+             ///< would keep it busy for minutes
     Foreign, ///< a pipe, device, directory, dangling link, or something that can't be read
 };
 
