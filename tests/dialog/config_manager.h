@@ -54,6 +54,16 @@ protected:
     void ok() { press(get<QAbstractButton>("sure")); }
     void cancel() { press(get<QAbstractButton>("cancel")); }
 
+    /// How many keys a group has for a program that starts now.
+    int keysOnDisk(const QString& group)
+    {
+        const StoredList entries = onDisk();
+        return static_cast<int>(
+            std::count_if(entries.begin(), entries.end(), [&group](const Stored& entry) {
+                return entry.first.startsWith(group + QLatin1Char('/'));
+            }));
+    }
+
     EditTemplate& manager() { return *dialog().edit_template; }
     QComboBox& managed() { return child<QComboBox>(manager(), "usertemplate"); }
     AddUserTemplate& nameDialog() { return *manager().findChild<AddUserTemplate*>(); }
