@@ -35,15 +35,31 @@ class SettingsFile : public QSettings
 public:
     explicit SettingsFile(const QString& path) : QSettings(path, QSettings::IniFormat) {}
 
+    /// Whether there may be values that are not in the file.
+    bool hasUnsaved()
+    {
+        // Without an application nothing delivers the toolkit's request for a save.
+        isClosing = true;
+        QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
+        isClosing = false;
+        return isUnsaved || QCoreApplication::instance() == nullptr;
+    }
+
+    void setUnsaved(bool unsaved) { isUnsaved = unsaved; }
+
 protected:
     bool event(QEvent* event) override
     {
         if (event->type() == QEvent::UpdateRequest) {
-            saveSettings(*this);
+            isUnsaved = isClosing || !saveSettings(*this);
             return true;
         }
         return QSettings::event(event);
     }
+
+private:
+    bool isClosing = false;
+    bool isUnsaved = false; ///< a save failed, and the toolkit does not request it again
 };
 
 bool isInMemory(const QSettings& settings)
@@ -245,7 +261,10 @@ bool saveLocked(QSettings& settings)
 
 void SettingsCloser::operator()(QSettings* settings) const
 {
-    if (isInMemory(*settings) || saveSettings(*settings)) {
+    auto* const file = dynamic_cast<SettingsFile*>(settings);
+    // A folder that was removed meanwhile does not come back for nothing.
+    const bool isSaved = file != nullptr && !file->hasUnsaved();
+    if (isInMemory(*settings) || isSaved || saveSettings(*settings)) {
         delete settings;
         return;
     }
@@ -288,6 +307,9 @@ bool saveSettings(QSettings& settings)
     // One try for each call: what could not be written is not tried again with every turn of the
     // event loop.
     QCoreApplication::removePostedEvents(&settings, QEvent::UpdateRequest);
+    if (auto* const file = dynamic_cast<SettingsFile*>(&settings)) {
+        file->setUnsaved(!saved);
+    }
     return saved;
 }
 

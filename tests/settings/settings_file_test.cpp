@@ -95,6 +95,59 @@ TEST(SettingsFile, ClosingSaves)
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
 }
 
+TEST(SettingsFile, ClosingWithNothingToSaveLeavesTheDiskAlone)
+{
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    const QCoreApplication application(argc, argv);
+    const SettingsFolder folder;
+    const QString path = folder.filePath(QStringLiteral("a/b/ScannerA.ini"));
+    openSettings(path).reset();
+    EXPECT_TRUE(folder.files().isEmpty());
+    SettingsHandle settings = openSettings(path);
+    settings->setValue(keyA, QStringLiteral("12"));
+    ASSERT_TRUE(saveSettings(*settings));
+    ASSERT_TRUE(QDir(folder.filePath(QStringLiteral("a"))).removeRecursively());
+    settings.reset();
+    EXPECT_TRUE(folder.files().isEmpty());
+}
+
+TEST(SettingsFile, ClosingSavesWhatCouldNotBeSavedBefore)
+{
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    const QCoreApplication application(argc, argv);
+    const SettingsFolder folder;
+    const QString obstacle = folder.filePath(QStringLiteral("ScannerA.ini.lock"));
+    for (const bool isSavedByTheEventLoop : {false, true}) {
+        ASSERT_TRUE(QDir().mkdir(obstacle));
+        const QString value = isSavedByTheEventLoop ? QStringLiteral("13") : QStringLiteral("12");
+        SettingsHandle settings = openSettings(folder.filePath());
+        settings->setValue(keyA, value);
+        if (isSavedByTheEventLoop) {
+            QCoreApplication::sendPostedEvents(settings.get());
+        } else {
+            EXPECT_FALSE(saveSettings(*settings));
+        }
+        ASSERT_TRUE(QDir().rmdir(obstacle));
+        settings.reset();
+        EXPECT_EQ(readAfterRestart(folder.filePath()), (Values{{keyA, value}}));
+    }
+}
+
+TEST(SettingsFile, ClosingSavesWithAnApplicationToo)
+{
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    const QCoreApplication application(argc, argv);
+    const SettingsFolder folder;
+    openSettings(folder.filePath())->setValue(keyA, QStringLiteral("12"));
+    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
+}
+
 TEST(SettingsFile, IsNotSavedInTheMiddleOfAGroup)
 {
     const SettingsFolder folder;
