@@ -1,5 +1,7 @@
 #include "settings/held_file.h"
 
+#include "settings/settings_inspection.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -18,9 +20,11 @@ QByteArray realName(const QString& path)
     return QFile::encodeName(canonical.isEmpty() ? path : canonical);
 }
 
-QByteArray holdName(const QByteArray& file)
+constexpr int mostHoldNames = 16;
+
+QByteArray holdName(const QByteArray& file, int number)
 {
-    return file + ".hold";
+    return file + (number == 0 ? QByteArray(".hold") : ".hold-" + QByteArray::number(number));
 }
 
 bool sameFile(const struct stat& a, const struct stat& b)
@@ -45,6 +49,22 @@ bool holdByName(const QByteArray& file, const QByteArray& hold)
     return false;
 }
 
+// What stands at a name still after recovery is somebody else's, a directory perhaps.
+// Returns the name, or nothing if the file could not be held.
+QByteArray holdByFirstFreeName(const QByteArray& file)
+{
+    for (int number = 0; number < mostHoldNames; ++number) {
+        const QByteArray hold = holdName(file, number);
+        struct stat taken
+        {
+        };
+        if (::lstat(hold.constData(), &taken) != 0) {
+            return holdByName(file, hold) ? hold : QByteArray();
+        }
+    }
+    return {};
+}
+
 bool isCut(const QByteArray& name)
 {
     QFile file(QFile::decodeName(name));
@@ -54,12 +74,34 @@ bool isCut(const QByteArray& name)
     return file.size() == 0 || !file.seek(file.size() - 1) || file.read(1) != "\n";
 }
 
+void recoverFrom(const QByteArray& file, const QByteArray& hold)
+{
+    struct stat held
+    {
+    };
+    if (::lstat(hold.constData(), &held) != 0 || !S_ISREG(held.st_mode)) {
+        return;
+    }
+    struct stat now
+    {
+    };
+    const bool comesBack = ::stat(file.constData(), &now) == 0 && S_ISREG(now.st_mode) &&
+                           !sameFile(now, held) && held.st_size > 0 && isCut(file);
+    if (!comesBack) {
+        ::unlink(hold.constData());
+    } else if (now.st_size == 0 || keepAside(QFile::decodeName(file))) {
+        // The end that is missing may be missing because somebody edited the file by hand.
+        ::rename(hold.constData(), file.constData());
+    }
+}
+
 } // namespace
 
-HeldFile::HeldFile(const QString& path) : file(realName(path)), hold(holdName(file))
+HeldFile::HeldFile(const QString& path) : file(realName(path))
 {
     existed = ::stat(file.constData(), &before) == 0;
-    safe = !existed || holdByName(file, hold);
+    hold = existed ? holdByFirstFreeName(file) : QByteArray();
+    safe = !existed || !hold.isEmpty();
     if (existed && safe) {
         // The second name has changed the file's times and count.
         safe = ::stat(file.constData(), &before) == 0;
@@ -100,22 +142,8 @@ bool HeldFile::restore()
 void HeldFile::recover(const QString& path)
 {
     const QByteArray file = realName(path);
-    const QByteArray hold = holdName(file);
-    struct stat held
-    {
-    };
-    if (::lstat(hold.constData(), &held) != 0 || !S_ISREG(held.st_mode)) {
-        return;
-    }
-    struct stat now
-    {
-    };
-    const bool comesBack = ::stat(file.constData(), &now) == 0 && S_ISREG(now.st_mode) &&
-                           !sameFile(now, held) && held.st_size > 0 && isCut(file);
-    if (comesBack) {
-        ::rename(hold.constData(), file.constData());
-    } else {
-        ::unlink(hold.constData());
+    for (int number = 0; number < mostHoldNames; ++number) {
+        recoverFrom(file, holdName(file, number));
     }
 }
 

@@ -9,8 +9,8 @@
 
 namespace kestrel {
 
-/// Holds a file by a second name, "FILE.hold", for its own lifetime. To be used by one process at a
-/// time (see DirectoryLock).
+/// Holds a file by a second name, the first free one of "FILE.hold", "FILE.hold-1", ..., for its
+/// own lifetime. To be used by one process at a time (see DirectoryLock).
 class HeldFile
 {
 public:
@@ -30,7 +30,7 @@ public:
     bool restore();
 
     /// Settles what a process left behind that was killed while it held @p path: the held file
-    /// comes back if the other is empty or cut.
+    /// comes back if the other is empty or cut. A cut one is kept aside (see keepAside()).
     static void recover(const QString& path);
 
 private:

@@ -31,6 +31,11 @@ bool isQuicklyRead(const QByteArray& data)
            measures.nameWork <= mostNameWork;
 }
 
+QByteArray asideName(const QByteArray& name, int number)
+{
+    return name + ".bad-" + QByteArray::number(number);
+}
+
 FileState stateWithoutFile(const QByteArray& name)
 {
     struct stat link
@@ -116,7 +121,7 @@ bool moveAside(const QString& path)
 {
     const QByteArray from = QFile::encodeName(path);
     for (int number = 1; number <= mostFilesAside; ++number) {
-        const QByteArray to = from + ".bad-" + QByteArray::number(number);
+        const QByteArray to = asideName(from, number);
         if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) ==
             0) {
             return true;
@@ -130,6 +135,21 @@ bool moveAside(const QString& path)
         }
         if (errno != EEXIST && errno != EINVAL) {
             return false;
+        }
+    }
+    return false;
+}
+
+bool keepAside(const QString& path)
+{
+    const QByteArray file = QFile::encodeName(path);
+    for (int number = 1; number <= mostFilesAside; ++number) {
+        const QByteArray aside = asideName(file, number);
+        if (::link(file.constData(), aside.constData()) == 0) {
+            return true;
+        }
+        if (errno != EEXIST) {
+            return moveAside(path);
         }
     }
     return false;

@@ -27,4 +27,9 @@ FileState inspectSettingsFile(const QString& path, QByteArray* content = nullptr
 /// @return false if that failed; everything is then where it was.
 bool moveAside(const QString& path);
 
+/// Gives the file at @p path the first free one of these names as a second name, so that the first
+/// is never without a file; moves it on a file system without second names.
+/// @return false if neither could be done.
+bool keepAside(const QString& path);
+
 } // namespace kestrel

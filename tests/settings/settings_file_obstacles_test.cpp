@@ -238,16 +238,55 @@ TEST(SettingsInPlace, LockFileThatNobodySignedDoesNotKeepFromSaving)
     EXPECT_EQ(folder.files(), QStringList(plainName));
 }
 
-TEST(SettingsLeftByAKilledProcess, EmptyOrCutFileComesBackFromTheHeldOne)
+TEST(SettingsLeftByAKilledProcess, EmptyFileComesBackFromTheHeldOne)
 {
-    for (const char* const torn : {"", "[ScannerA]\nbrightn"}) {
+    const SettingsFolder folder;
+    folder.write("");
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold"));
+    EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
+    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
+    EXPECT_EQ(folder.files(), QStringList(plainName));
+}
+
+TEST(SettingsLeftByAKilledProcess, CutFileComesBackFromTheHeldOneAndIsKeptAside)
+{
+    for (const char* const cut : {"[ScannerA]\nbrightn", "[ScannerA]\nbrightness=7"}) {
         const SettingsFolder folder;
-        folder.write(torn);
+        folder.write(cut);
+        folder.write("first", QStringLiteral("ScannerA.ini.bad-1"));
         folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold"));
         EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
         EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
-        EXPECT_EQ(folder.files(), QStringList(plainName));
+        EXPECT_EQ(folder.bytes(QStringLiteral("ScannerA.ini.bad-1")), "first");
+        EXPECT_EQ(folder.bytes(QStringLiteral("ScannerA.ini.bad-2")), cut);
+        EXPECT_EQ(folder.files().size(), 3);
     }
+}
+
+TEST(SettingsLeftByAKilledProcess, FileHeldByALaterNameComesBack)
+{
+    const SettingsFolder folder;
+    folder.write("");
+    ASSERT_TRUE(QDir().mkdir(folder.filePath(QStringLiteral("ScannerA.ini.hold"))));
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold-1"));
+    EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("ScannerA.ini.hold-1"))));
+    EXPECT_TRUE(QFileInfo(folder.filePath(QStringLiteral("ScannerA.ini.hold"))).isDir());
+}
+
+TEST(SettingsInPlace, DirectoriesAtTheNamesForHoldingDoNotKeepFromSaving)
+{
+    const SettingsFolder folder;
+    folder.write("[ScannerA]\nbrightness=1\n");
+    ASSERT_TRUE(QDir().mkdir(folder.filePath(QStringLiteral("ScannerA.ini.hold"))));
+    ASSERT_TRUE(QFile::link(QStringLiteral("nowhere"),
+                            folder.filePath(QStringLiteral("ScannerA.ini.hold-1"))));
+    const QStringList before = folder.files();
+    const SettingsHandle settings = openSettings(folder.filePath());
+    settings->setValue(keyA, QStringLiteral("12"));
+    EXPECT_TRUE(saveSettings(*settings));
+    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
+    EXPECT_EQ(folder.files(), before);
 }
 
 TEST(SettingsLeftByAKilledProcess, WholeFileStaysAndTheHeldOneGoes)
