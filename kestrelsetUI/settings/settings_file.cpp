@@ -1,6 +1,7 @@
 #include "settings/settings_file.h"
 
 #include "settings/directory_lock.h"
+#include "settings/file_size_signal.h"
 #include "settings/held_file.h"
 #include "settings/ini_scanner.h"
 #include "settings/settings_inspection.h"
@@ -22,9 +23,8 @@ namespace kestrel {
 
 namespace {
 
-constexpr std::chrono::milliseconds savePatience{5000};
 constexpr std::chrono::milliseconds lockPollTime{200};
-constexpr std::chrono::milliseconds signingTime{1000};
+constexpr std::chrono::milliseconds signingTime{500};
 
 // No file can ever stand below a device, and none can be created there.
 const char memoryPrefix[] = "/dev/null/";
@@ -303,6 +303,7 @@ bool saveSettings(QSettings& settings)
     if (isInMemory(settings) || !settings.group().isEmpty()) {
         return false;
     }
+    const FileSizeSignalBlocker blocker;
     const bool saved = saveLocked(settings);
     // One try for each call: what could not be written is not tried again with every turn of the
     // event loop.

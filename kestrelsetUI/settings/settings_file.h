@@ -6,6 +6,7 @@
 #include <QSettings>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 namespace kestrel {
@@ -28,10 +29,14 @@ using SettingsHandle = std::unique_ptr<QSettings, SettingsCloser>;
 /// it is saved by saveSettings(), at the latest when the event loop is reached.
 SettingsHandle openSettings(const QString& path);
 
+/// How long a save waits for another process that saves in the same folder: the interface stands
+/// still meanwhile.
+constexpr std::chrono::milliseconds savePatience{1000};
+
 /// Writes what @p settings holds to its file now, and looks at the bytes on the disk afterwards:
 /// the file is then complete, or it is as it was before. Call it with no group open.
 ///
-/// Blocks while another process saves, for a few seconds at most.
+/// Blocks while another process saves, for savePatience at most.
 /// @return true if the file holds everything; false if the old file stands, or there is no file to
 /// write. The object keeps its values either way, so that a later call can succeed.
 bool saveSettings(QSettings& settings);

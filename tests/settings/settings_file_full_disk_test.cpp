@@ -191,7 +191,6 @@ TEST(SettingsOnAFullDisk, OldFileOrNewFileAtEveryLimitOfSize)
     for (const rlim_t limit :
          {0, 1, 20, 100, 511, 512, 1000, 4095, 4096, 4097, 8000, 8192, 9000, 9600, 20000, 60000}) {
         inChildProcess([&] {
-            std::signal(SIGXFSZ, SIG_IGN);
             const QString path = folder.filePath(QString::number(limit));
             const SettingsHandle settings = openSettings(path);
             setAll(*settings, QStringLiteral("old"));
@@ -210,4 +209,25 @@ TEST(SettingsOnAFullDisk, OldFileOrNewFileAtEveryLimitOfSize)
             EXPECT_EQ(saved, limit >= size) << "limit " << limit << ", size " << size;
         });
     }
+}
+
+TEST(SettingsOnAFullDisk, SignalsOfTheHostAreAsBefore)
+{
+    const SettingsFolder folder;
+    inChildProcess([&] {
+        const SettingsHandle settings = openSettings(folder.filePath());
+        setAll(*settings, QStringLiteral("old"));
+        rlimit before{};
+        ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+        rlimit during = before;
+        during.rlim_cur = 100;
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
+        EXPECT_FALSE(saveSettings(*settings));
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+        sigset_t mask{};
+        ASSERT_EQ(::pthread_sigmask(SIG_BLOCK, nullptr, &mask), 0);
+        EXPECT_EQ(sigismember(&mask, SIGXFSZ), 0);
+        ASSERT_EQ(::sigpending(&mask), 0);
+        EXPECT_EQ(sigismember(&mask, SIGXFSZ), 0);
+    });
 }

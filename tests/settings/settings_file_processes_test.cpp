@@ -1,12 +1,17 @@
 // Several processes at the same file.
+#include "settings/directory_lock.h"
+#include "settings/settings_file.h"
+
 #include "settings_folder.h"
 #include "watched_file.h"
 
 #include <QProcess>
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
+using namespace kestrel;
 using namespace kestrel::test;
 
 namespace {
@@ -65,4 +70,16 @@ TEST(SettingsProcesses, WritersOfTheSameGroupLeaveOneOfTheirStates)
     }
     const int number = commonNumber(contentOf(folder.filePath()), group);
     EXPECT_TRUE(number == 1000 + rounds - 1 || number == 2000 + rounds - 1) << number;
+}
+
+TEST(SettingsProcesses, FolderThatIsKeptLockedHoldsTheInterfaceUpForASecondAtMost)
+{
+    EXPECT_LE(savePatience, std::chrono::seconds(1));
+    const SettingsFolder folder;
+    const DirectoryLock others(QFileInfo(folder.filePath()).path(), savePatience);
+    ASSERT_TRUE(others.isHeld());
+    const SettingsHandle settings = openSettings(folder.filePath());
+    settings->setValue(QStringLiteral("A/b"), QStringLiteral("1"));
+    EXPECT_FALSE(saveSettings(*settings));
+    EXPECT_TRUE(folder.files().isEmpty());
 }
