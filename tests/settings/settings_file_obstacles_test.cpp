@@ -59,13 +59,13 @@ TEST(SettingsInPlace, EmptyFileStartsAfresh)
 TEST(SettingsInPlace, SizeUpToSixteenMebibytesIsRead)
 {
     const SettingsFolder folder;
-    QByteArray data(static_cast<int>(largestSettingsFile), '\n');
+    QByteArray data(static_cast<int>(largestSettingsFile), '\t');
     data.replace(0, 8, "[A]\nb=1\n");
     folder.write(data);
     EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Sound);
     EXPECT_EQ(openSettings(folder.filePath())->value(QStringLiteral("A/b")).toString(),
               QStringLiteral("1"));
-    folder.write(data + '\n');
+    folder.write(data + '\t');
     EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Refused);
 }
 
