@@ -58,6 +58,7 @@ class ConfigOrder : public SettingsBench
 protected:
     ConfigOrder() : m_scanner(fullScanner()) {}
     ~ConfigOrder() override { watching = false; }
+    Q_DISABLE_COPY_MOVE(ConfigOrder)
 
     static void watch()
     {

@@ -53,6 +53,7 @@ private:
     {
         explicit Connection(QMetaObject::Connection made) : connection(std::move(made)) {}
         ~Connection() { QObject::disconnect(connection); }
+        Q_DISABLE_COPY_MOVE(Connection)
         QMetaObject::Connection connection;
     };
     std::vector<std::unique_ptr<Connection>> m_connections;
