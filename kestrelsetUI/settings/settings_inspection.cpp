@@ -36,17 +36,6 @@ QByteArray asideName(const QByteArray& name, int number)
     return name + ".bad-" + QByteArray::number(number);
 }
 
-// Escapes make a file longer, but not the lists in it.
-bool hasReadableSize(const QByteArray& data)
-{
-    if (data.size() <= largestSettingsFile) {
-        return true;
-    }
-    const auto isPlain = [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); };
-    return data.size() <= largestEscapedFile && std::all_of(data.cbegin(), data.cend(), isPlain) &&
-           data.count(',') <= largestSettingsFile;
-}
-
 FileState stateWithoutFile(const QByteArray& name)
 {
     struct stat link
@@ -65,7 +54,7 @@ bool readAll(int descriptor, QByteArray& content)
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         return false;
     }
-    content.resize(static_cast<int>(std::min<qint64>(status.st_size, largestEscapedFile + 1)));
+    content.resize(static_cast<int>(std::min<qint64>(status.st_size, largestSettingsFile + 1)));
     int filled = 0;
     while (filled < content.size()) {
         const ssize_t count = ::read(descriptor, content.data() + filled,
@@ -111,14 +100,15 @@ FileState inspectSettingsFile(const QString& path, QByteArray* content)
     if (!S_ISREG(status.st_mode)) {
         return FileState::Foreign;
     }
-    if (status.st_size > largestEscapedFile) {
+    if (status.st_size > largestSettingsFile) {
         return FileState::Refused;
     }
     QByteArray bytes;
     if (!readAll(name, bytes)) {
         return FileState::Foreign;
     }
-    if (!hasReadableSize(bytes) || !isQuicklyRead(bytes) || holdsSerializedObject(bytes)) {
+    if (bytes.size() > largestSettingsFile || !isQuicklyRead(bytes) ||
+        holdsSerializedObject(bytes)) {
         return FileState::Refused;
     }
     if (content != nullptr) {

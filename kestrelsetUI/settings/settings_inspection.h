@@ -19,10 +19,6 @@ enum class FileState
 /// The largest settings file that is read, in bytes: some thousand templates fit.
 constexpr qint64 largestSettingsFile = 16LL * 1024 * 1024;
 
-/// The largest one that holds nothing but printable ASCII. The toolkit writes so, with four bytes
-/// for one of a file made by others: what a save makes of a readable file is to be readable.
-constexpr qint64 largestEscapedFile = 4 * largestSettingsFile;
-
 /// Never blocks, whatever stands at @p path, and changes nothing.
 /// @param content receives the bytes of a sound file; may be null.
 FileState inspectSettingsFile(const QString& path, QByteArray* content = nullptr);

@@ -69,37 +69,6 @@ TEST(SettingsInPlace, SizeUpToSixteenMebibytesIsRead)
     EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Refused);
 }
 
-TEST(SettingsInPlace, PrintableTextIsReadUpToSixtyFourMebibytes)
-{
-    const SettingsFolder folder;
-    QByteArray data(static_cast<int>(largestEscapedFile), 'x');
-    data.replace(0, 6, "[A]\nb=");
-    folder.write(data);
-    EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Sound);
-    folder.write(data + 'x');
-    EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Refused);
-    data.truncate(static_cast<int>(largestSettingsFile) + 1);
-    data[100] = '\xE9';
-    folder.write(data);
-    EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Refused);
-}
-
-TEST(SettingsInPlace, TextThatTheToolkitWritesFourTimesAsLongIsSavedAndReadAgain)
-{
-    const SettingsFolder folder;
-    const int length = 5 * 1024 * 1024;
-    folder.write("[ScannerA]\nnote=" + QByteArray(length, '\xE9') + "\n");
-    const QString note = QStringLiteral("ScannerA/note");
-    const SettingsHandle settings = openSettings(folder.filePath());
-    settings->setValue(keyA, QStringLiteral("12"));
-    EXPECT_TRUE(saveSettings(*settings));
-    EXPECT_GT(QFileInfo(folder.filePath()).size(), largestSettingsFile);
-    EXPECT_EQ(inspectSettingsFile(folder.filePath()), FileState::Sound);
-    const Values values = readAfterRestart(folder.filePath());
-    EXPECT_EQ(values.value(keyA).toString(), QStringLiteral("12"));
-    EXPECT_TRUE(values.value(note).toString() == QString(length, QChar(0xE9)));
-}
-
 TEST(SettingsInPlace, FiftyMegabytesAreMovedAside)
 {
     const SettingsFolder folder;
