@@ -32,9 +32,10 @@ protected:
             if (dpi != 0) {
                 number().setValue(dpi);
             }
-            ASSERT_TRUE(button(name).isVisible()) << name;
+            EXPECT_TRUE(button(name).isVisible()) << name;
             press(button(name));
-            ASSERT_FALSE(small().isVisible()) << name;
+            EXPECT_FALSE(small().isVisible()) << name;
+            small().close();
         });
         press(get<QAbstractButton>("customresolution"));
     }
