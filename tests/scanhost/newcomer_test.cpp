@@ -246,7 +246,8 @@ TEST_F(Newcomer, AreaAndCentredPageShowTheSheetWhereTheyWereCutFromIt)
             best = std::max(best, agreement(area, centred, expected + QPoint(dx, dy)));
         }
     }
-    EXPECT_GT(best, 0.99);
+    // One is colour and one gray: middle tones of the photo fall on either side of the threshold.
+    EXPECT_GT(best, 0.98);
     EXPECT_LT(agreement(area, centred, expected + QPoint(12, 12)), 0.95)
         << "a picture without detail shows nothing";
 }
