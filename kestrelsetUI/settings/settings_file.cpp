@@ -221,13 +221,9 @@ void putBack(QSettings& settings, const Snapshot& snapshot)
     }
 }
 
-bool saveHeld(QSettings& settings, const QString& path)
+// After the toolkit may have written: the new file is whole, or the old one comes back.
+bool keepWhole(QSettings& settings, HeldFile& held, const QString& path)
 {
-    HeldFile held(path);
-    if (!held.isSafe()) {
-        return false;
-    }
-    settings.sync();
     if (settings.status() == QSettings::NoError && held.isUnchanged()) {
         return true;
     }
@@ -240,6 +236,33 @@ bool saveHeld(QSettings& settings, const QString& path)
         putBack(settings, snapshot);
     }
     return false;
+}
+
+// A file that somebody removed takes what was read from it along: everything is told again.
+void syncWithoutLoss(QSettings& settings, bool fileExists)
+{
+    const Snapshot before = fileExists ? Snapshot() : snapshotOf(settings);
+    settings.sync();
+    bool lost = false;
+    for (auto entry = before.cbegin(); entry != before.cend(); ++entry) {
+        if (!entry.key().isEmpty() && !settings.contains(entry.key())) {
+            settings.setValue(entry.key(), entry.value());
+            lost = true;
+        }
+    }
+    if (lost) {
+        settings.sync();
+    }
+}
+
+bool saveHeld(QSettings& settings, const QString& path)
+{
+    HeldFile held(path);
+    if (!held.isSafe()) {
+        return false;
+    }
+    syncWithoutLoss(settings, QFileInfo::exists(path));
+    return keepWhole(settings, held, path);
 }
 
 bool saveLocked(QSettings& settings)
@@ -288,7 +311,15 @@ SettingsHandle openSettings(const QString& path)
     if (!isSafeToRead(absolutePath, &content)) {
         return openInMemory(absolutePath);
     }
-    SettingsHandle settings(new SettingsFile(absolutePath));
+    SettingsHandle settings;
+    if (lock.isHeld() || !QFileInfo::exists(file.absolutePath())) {
+        // The toolkit's constructor writes what another object on this path could not save.
+        HeldFile held(absolutePath);
+        settings.reset(new SettingsFile(absolutePath));
+        keepWhole(*settings, held, absolutePath);
+    } else {
+        settings.reset(new SettingsFile(absolutePath));
+    }
     if (content.startsWith("\xEF\xBB\xBF")) {
         // Read everything as the UTF-8 it is, but write plain escapes: the mark would not be
         // written, and without it the next start would read other characters.
