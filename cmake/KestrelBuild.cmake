@@ -20,6 +20,13 @@ endif()
 # Paths as seen from the top of the tree: the same bytes wherever it is built, and readable debug lines.
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=" "-ffile-prefix-map=${CMAKE_BINARY_DIR}/=")
 
+# Runs inside someone else's process, on data from devices and files: what the compiler can guard, it does.
+add_compile_options(-fstack-protector-strong -fstack-clash-protection)
+add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+if(NOT KESTREL_SANITIZE)
+  add_compile_options("$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>")
+endif()
+
 if(KESTREL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
