@@ -23,14 +23,18 @@ public:
 
     /// @return the text of the line edit, as typed: spaces around it belong to the name.
     QString getTemplateName();
+    /// Empties the line edit.
     void clearLineEdit();
-    /// Offers @p text as the name, for instance the old one when renaming.
+    /// Offers a name, for instance the old one when renaming.
+    /// @param text the name
     void setLineEdit(QString text);
     /// Gives the line edit the focus and selects all its text.
     void setLineEditFocus();
 
 public slots:
+    /// OK: closes with a name that is allowed; with any other the user is told what is wrong.
     void on_pushButton_clicked();
+    /// Cancel: closes without a name.
     void on_pushButton_2_clicked();
     /// Escape and the close box are the Cancel button: no name gets out.
     void reject() override;

@@ -33,9 +33,13 @@ signals:
     void getCustomResolution(QString text);
 
 public slots:
+    /// Sends the chosen resolution as a new entry and closes.
     void on_add_clicked();
+    /// Sends the chosen resolution in place of the entry that exists and closes.
     void on_modify_clicked();
+    /// Sends an empty text and closes.
     void on_remove_clicked();
+    /// Closes.
     void on_cancel_clicked();
 
 private:

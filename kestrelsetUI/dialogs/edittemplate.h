@@ -32,28 +32,35 @@ public:
     /// @param path the INI file; without a usable file at @p path the manager works in memory.
     void setPathINI(QString path);
 
-    /// Copies the keys that a rename carries from one template's group to another's; a key missing
-    /// in
-    /// @p from is written as an empty text. The group @p from stays.
+    /// Copies the keys that a rename carries from one template's group to another's; a key that is
+    /// missing there is written as an empty text.
+    /// @param from the group to read; it stays
+    /// @param to the group to write
     void renameUserTemplate(QString from, QString to);
 
 signals:
-    /// A template has been added: whoever holds the controls writes them into the group of that
-    /// name.
+    /// A template has been added: whoever holds the controls writes them into its group.
+    /// @param name of the template and of its group
     void addUserTemplate(QString name);
-    /// The manager closes. @p changed: something was removed, renamed or reset since it last
-    /// closed.
+    /// The manager closes.
+    /// @param changed something was removed, renamed or reset since it last closed
     void resetCurrentUserTemplate(bool changed);
 
 public slots:
+    /// Asks for a name and adds a template, a copy of what the main dialog shows.
     void on_template_add_clicked();
+    /// Removes the selected template and its group.
     void on_template_remove_clicked();
+    /// Asks for a new name of the selected template.
     void on_template_rename_clicked();
+    /// Removes all templates; the presets stay.
     void on_template_reset_clicked();
+    /// Closes the manager.
     void on_template_reset_2_clicked();
     /// Escape leaves the manager the same way as its button does.
     void reject() override;
 
+    /// @cond INTERNAL
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -68,4 +75,5 @@ private:
     AddUserTemplate* name_dialog = nullptr; ///< child
     int preset_count = 1;
     bool changed = false;
+    /// @endcond
 };

@@ -26,7 +26,7 @@ struct FrameShape
     PixelLayout layout = PixelLayout::Rgb24;
 };
 
-/// Frames that would take more than this as packed RGB are refused: 1 GiB.
+/// Frames that would take more than this as packed RGB are refused: 256 MiB.
 constexpr std::size_t kMaximumPackedBytes = std::size_t{256} << 20U;
 
 /// @return width x height x bytesPerPixel, or nothing when a factor is not above 0 or the product

@@ -18,8 +18,10 @@ public:
     ~MyWidget() override;
     Q_DISABLE_COPY_MOVE(MyWidget)
 
+    /// @cond INTERNAL
 protected:
     void paintEvent(QPaintEvent* event) override;
+    /// @endcond
 };
 
 /// A label that shows no text. Not placed in any form.
@@ -33,8 +35,10 @@ public:
     ~MyLabel() override;
     Q_DISABLE_COPY_MOVE(MyLabel)
 
+    /// @cond INTERNAL
 protected:
     void paintEvent(QPaintEvent* event) override;
+    /// @endcond
 };
 
 /// A button drawn as one bare rectangle that only logs a press of the left mouse button: it never
@@ -49,7 +53,9 @@ public:
     ~CMyPushButton() override;
     Q_DISABLE_COPY_MOVE(CMyPushButton)
 
+    /// @cond INTERNAL
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    /// @endcond
 };

@@ -12,6 +12,7 @@ class Q_DECL_EXPORT PreViewUI : public QWidget
     Q_OBJECT
 
 public:
+    /// @param parent owner; may be null.
     explicit PreViewUI(QWidget* parent = nullptr);
     ~PreViewUI() override;
     Q_DISABLE_COPY_MOVE(PreViewUI)
@@ -24,6 +25,7 @@ public:
     /// Draws the ruler into the canvas. A standard of 0 has no ticks.
     void Paint();
 
+    /// @cond INTERNAL
 protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -32,4 +34,5 @@ protected:
     float maximumHeight = 0;
     int standard = 0;
     bool ready = false; ///< nothing is painted before the first length
+    /// @endcond
 };
