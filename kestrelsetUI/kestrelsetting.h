@@ -366,8 +366,9 @@ protected:
     bool previewing = false;           ///< a preview scan is under way
     bool showing_gamma = false;        ///< the gamma spin box is being written, not typed in
     bool configuration_loaded = false; ///< the controls hold what the settings file says
-    bool updating = false; ///< update guard: the rules are writing the spin boxes themselves
-    bool portrait = true;  ///< orientation flag
+    bool half_asked = false; ///< the scanner did not describe all of its options at the binding
+    bool updating = false;   ///< update guard: the rules are writing the spin boxes themselves
+    bool portrait = true;    ///< orientation flag
 
 private:
     class Q_DECL_HIDDEN Discovery;
@@ -385,6 +386,13 @@ private:
 
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 
+    struct LoadedText
+    {
+        QString stored;
+        QString shown; ///< what the control made of it
+    };
+    QHash<const kestrel::Setting*, LoadedText> loaded_texts; ///< kept while half_asked
+
     Q_DECL_HIDDEN void assignButtonIds();
     Q_DECL_HIDDEN void connectSignals();
     Q_DECL_HIDDEN void rememberFormLimits();
@@ -396,6 +404,7 @@ private:
     Q_DECL_HIDDEN void startConfiguration();
     Q_DECL_HIDDEN QWidget* control(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN QString settingText(const kestrel::Setting& setting) const;
+    Q_DECL_HIDDEN QString textToStore(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN void loadSetting(const kestrel::Setting& setting, const QString& text);
     Q_DECL_HIDDEN void loadSideMode(kestrel::SideMode mask);
     Q_DECL_HIDDEN void mendSideMode(const StoredSetting& first);

@@ -151,6 +151,16 @@ QString KestrelSettingUI::settingText(const Setting& setting) const
     return integerText(value().toInt());
 }
 
+/// A scanner that failed while it was asked leaves empty lists and the form's limits. What a
+/// control cannot show for that, and nobody has changed, stays as it is stored.
+QString KestrelSettingUI::textToStore(const Setting& setting) const
+{
+    const auto text = settingText(setting);
+    const auto loaded = loaded_texts.constFind(&setting);
+    const bool untouched = loaded != loaded_texts.constEnd() && loaded->shown == text;
+    return untouched ? loaded->stored : text;
+}
+
 void KestrelSettingUI::loadSetting(const Setting& setting, const QString& text)
 {
     const auto set = [&](const QVariant& value) {
@@ -249,8 +259,9 @@ void KestrelSettingUI::storeGroup(const QString& group, bool defaults)
         if (defaults ? setting.inDefaultGroup() : setting.inWorkingGroup()) {
             const bool constant = defaults && setting.defaultText != nullptr;
             settings->setValue(QString::fromLatin1(setting.key),
-                               constant ? QString::fromLatin1(setting.defaultText)
-                                        : settingText(setting));
+                               constant   ? QString::fromLatin1(setting.defaultText)
+                               : defaults ? settingText(setting)
+                                          : textToStore(setting));
         }
     }
     settings->endGroup();
@@ -296,6 +307,12 @@ void KestrelSettingUI::loadConfig(QString group)
         }
     }
     mendBounded(stored);
+    loaded_texts.clear();
+    if (half_asked) {
+        for (const auto& [setting, text] : stored) {
+            loaded_texts.insert(setting, {text, settingText(*setting)});
+        }
+    }
 }
 
 /// Loaded one after the other, extents meet the offsets and the paper size that were on show

@@ -212,6 +212,7 @@ void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
 {
     for (index_ = 1; index_ < count.walkEnd(); ++index_) {
         option_ = device_.descriptor(index_);
+        dialog_.half_asked = dialog_.half_asked || option_ == nullptr;
         if (option_ == nullptr || option_->name == nullptr) {
             continue;
         }
@@ -568,6 +569,8 @@ int KestrelSettingUI::GetOptionByName()
     if (count.option == nullptr) {
         return 0;
     }
+    half_asked = count.status != SANE_STATUS_GOOD;
+    loaded_texts.clear();
     discovery.walk(count);
     discovery.measureLongPaper();
     // The source may have been listed before it was known what the flatbed can do.
