@@ -8,6 +8,7 @@
 #include "scanner/value_tables.h"
 #include "settings/settings_file.h"
 #include "ui_kestrelsetting.h"
+#include "widgets/screen_fit.h"
 
 #include <QCloseEvent>
 #include <QMessageBox>
@@ -53,6 +54,7 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
     ui->color_correction->setCurrentIndex(kDefaultColorCorrection);
     init_config();
     connectSignals();
+    new ScreenFit({*this, *ui->scrollArea, *ui->tabWidget, *ui->widget_13});
 }
 
 // The settings object stays behind on purpose, see set_device().
