@@ -31,8 +31,8 @@ carries it to the scanner. A control can be found by its object name. The file h
 a list, 1 or 0, a number, or `Enable` or `Disable`. Numbers have a point and at most six digits. In the
 tables an arrow leads from an entry of a list to the value that the scanner gets.
 
-At the first binding of a scanner each setting is what the scanner says; from then on it is what was
-confirmed last. An option that the scanner lacks, or refuses, is passed over without a word.
+At the first binding of a scanner each setting is what the scanner says, or else what the form of the
+dialog has; from then on it is what was confirmed last. An option that the scanner lacks, or refuses, is passed over without a word.
 )";
 
 constexpr const char* files = R"(
@@ -45,7 +45,7 @@ For a scanner named ScannerA the file is `ScannerA.ini`.
 | `ScannerA` | the settings, shown as 自订 | at the first binding, and with OK |
 | `ScannerAdefault` | the defaults, for the button 默认设置 | at the first binding |
 | the name of a template | its settings | when it is added, and with OK while it is chosen |
-| `UserTemplates` | `usertemplate`: the names with `;` between them, `自订` first; `usertemplate_index`: the entry that was confirmed last; `preset_template_num`: how many entries at the front can't be removed | by the template manager, and with OK |
+| `UserTemplates` | `usertemplate`: the names with `;` between them, `自订` first; `usertemplate_index`: the entry that was confirmed last; `preset_template_num`: how many entries at the front can't be removed | at the first binding, by the template manager, and with OK |
 | `ScannerAconfig_version` | `config_version`, 102 | at the first binding |
 
 With another version than 102, defaults and settings are written anew from the scanner; templates stay.
