@@ -32,7 +32,8 @@ a list, 1 or 0, a number, or `Enable` or `Disable`. Numbers have a point and at 
 tables an arrow leads from an entry of a list to the value that the scanner gets.
 
 At the first binding of a scanner each setting is what the scanner says, or else what the form of the
-dialog has; from then on it is what was confirmed last. An option that the scanner lacks, or refuses, is passed over without a word.
+dialog has; from then on it is what was confirmed last. An option that the scanner lacks, or refuses, is
+passed over without a word.
 )";
 
 constexpr const char* files = R"(
@@ -313,68 +314,6 @@ QString renameText()
 }
 
 } // namespace
-
-const std::vector<std::string>& sendingOrder()
-{
-    static const std::vector<std::string> order{"source",
-                                                "auto-scan-source-setting",
-                                                "mode",
-                                                "multistream-list",
-                                                "brightness",
-                                                "contrast",
-                                                "gamma-table",
-                                                "gray_doc_type",
-                                                "binarization",
-                                                "binarization-value",
-                                                "invert",
-                                                "resolution",
-                                                "color-register",
-                                                "auto-color-front-noncolor-mode",
-                                                "auto-color-front-sensitivity",
-                                                "auto-color-front-mode",
-                                                "auto-color-back-noncolor-mode",
-                                                "auto-color-back-sensitivity",
-                                                "auto-color-back-mode",
-                                                "color-dropout",
-                                                "adv-color-dropout",
-                                                "long-paper-scan",
-                                                "autocropdeskew",
-                                                "flatbed-multi-crop",
-                                                "crop-adjust-top",
-                                                "crop-adjust-bottom",
-                                                "crop-adjust-left",
-                                                "crop-adjust-right",
-                                                "center-alignment",
-                                                "tl-x",
-                                                "br-x",
-                                                "br-y",
-                                                "tl-y",
-                                                "bg-color-setting",
-                                                "prefeed",
-                                                "prefeed-time",
-                                                "ultrasonic",
-                                                "additional-length-detection",
-                                                "additional-length-detection-length",
-                                                "stop-scanning-after-multifeed",
-                                                "rotate",
-                                                "auto-orientation-mode",
-                                                "flip-side-rotation",
-                                                "blank-page-removal",
-                                                "blank-page-threshold",
-                                                "split-image",
-                                                "punch-hole-removal",
-                                                "background-processing",
-                                                "background-processing-sensitivity",
-                                                "background-processing-setting",
-                                                "despeckle",
-                                                "despeckle-ratio",
-                                                "despeckle-dotsnumber",
-                                                "cachemode",
-                                                "cachemode-value",
-                                                "cachemode-use-default",
-                                                "eject-paper-opposite-side"};
-    return order;
-}
 
 QByteArray settingsDocument()
 {

@@ -108,6 +108,8 @@ struct Note
 const std::vector<Note>& settingNotes();
 /// Controls that reach the scanner without being stored.
 const std::vector<Note>& unstoredNotes();
+/// The options that a scan can be preceded by, in the order in which they are sent.
+const std::vector<std::string>& sendingOrder();
 /// @return the note on a key; throws std::runtime_error without one
 const Note& noteOn(const std::string& key);
 
