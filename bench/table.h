@@ -1,0 +1,68 @@
+/// @file
+/// The one table that the program prints: each row a measured time beside its limit or rival.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kestrel::bench {
+
+/// What a row may take. Times are milliseconds of processor time.
+struct Limit
+{
+    std::string rival;   ///< benchmark that the limit is a multiple of; empty: none
+    double factor = 0.0; ///< how many times the rival
+    double plus = 0.0;   ///< added to that; alone the limit of a row without rival
+};
+
+/// A row without limit: what its time grows from.
+inline Limit noLimit()
+{
+    return {};
+}
+/// At most so many milliseconds.
+inline Limit atMost(double milliseconds)
+{
+    return {{}, 0.0, milliseconds};
+}
+/// At most @p factor times the rival, and @p plus milliseconds.
+inline Limit against(const std::string& rival, double factor, double plus = 0.0)
+{
+    return {rival, factor, plus};
+}
+
+struct Row
+{
+    std::string title;
+    std::string job; ///< name of the benchmark
+    Limit limit;
+};
+
+/// Collects every repetition of every benchmark and reports their medians, row by row.
+class Table : public benchmark::BenchmarkReporter
+{
+public:
+    void add(const std::string& title, const std::string& job, const Limit& limit);
+
+    bool ReportContext(const Context& context) override;
+    void ReportRuns(const std::vector<Run>& runs) override;
+
+    /// Prints the table.
+    /// @return whether every row was measured, and none has clearly missed its limit
+    bool print() const;
+
+private:
+    /// @return milliseconds; NaN for a benchmark that did not run
+    double median(const std::string& job) const;
+    /// @return whether the row is good
+    bool print(const Row& row) const;
+
+    std::vector<Row> m_rows;
+    std::map<std::string, std::vector<double>> m_times; ///< milliseconds, by benchmark
+    bool m_failed = false;
+};
+
+} // namespace kestrel::bench
