@@ -17,8 +17,10 @@ if(KESTREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${KESTREL_CCACHE}")
 endif()
 
-# Paths as seen from the top of the tree: the same bytes wherever it is built, and readable debug lines.
-add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=" "-ffile-prefix-map=${CMAKE_BINARY_DIR}/=")
+# The same bytes wherever and whenever it is built, and readable debug lines: paths as seen from the top of
+# the tree, generated sources that name their headers by include path.
+add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=" "-ffile-prefix-map=${CMAKE_BINARY_DIR}=.")
+set(CMAKE_AUTOMOC_PATH_PREFIX ON)
 
 # Runs inside someone else's process, on data from devices and files: what the compiler can guard, it does.
 add_compile_options(-fstack-protector-strong -fstack-clash-protection)

@@ -1,5 +1,5 @@
 # Three Debian packages: the library, what developers need, and the simulated scanner with the program
-# that shows it. The build they are made from has the prefix /usr (`cmake --preset package`).
+# that shows it. packaging/build-packages.sh makes them: the prefix has to be /usr.
 set(debian "${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian")
 
 set(KESTREL_VENDOR_DIR "${CMAKE_INSTALL_FULL_LIBDIR}/kestrel-settingui/simulator/vendor")
