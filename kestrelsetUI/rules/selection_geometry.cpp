@@ -67,8 +67,9 @@ static int extent(std::int64_t a, std::int64_t b)
 QRect rectBetween(const QPoint& a, const QPoint& b)
 {
     const QPoint second(std::max(b.x(), 0), std::max(b.y(), 0));
-    return {std::min(a.x(), second.x()), std::min(a.y(), second.y()), extent(a.x(), second.x()),
-            extent(a.y(), second.y())};
+    const QPoint first(std::min(a.x(), second.x()), std::min(a.y(), second.y()));
+    // By its corners: a position and a size meet beyond the last int where a corner is that int.
+    return {first, first + QPoint(extent(a.x(), second.x()) - 1, extent(a.y(), second.y()) - 1)};
 }
 
 QPoint roundedPoint(const QPointF& position)
