@@ -34,6 +34,11 @@ if(KESTREL_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(KESTREL_BUILD_FUZZERS)
+  # Fuzzers are steered by what their input reaches: everything counts what it runs.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Linked by every target of ours; generated code and third-party headers stay outside.
 add_library(kestrel_warnings INTERFACE)
 target_compile_options(kestrel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
