@@ -53,6 +53,13 @@ void DialogHand::choose(const char* name, const QString& text)
     list->setCurrentIndex(index);
 }
 
+void DialogHand::chooseFirst(const char* name)
+{
+    if (auto* list = find<QComboBox>(name)) {
+        list->setCurrentIndex(0);
+    }
+}
+
 void DialogHand::set(const char* name, bool on)
 {
     auto* button = find<QAbstractButton>(name);
@@ -75,18 +82,18 @@ void DialogHand::type(const char* name, const QString& text)
     }
 }
 
-void DialogHand::openTab(const QString& title)
+void DialogHand::openTab(const char* page)
 {
     auto* tabs = find<QTabWidget>("tabWidget");
     for (int i = 0; tabs != nullptr && i < tabs->count(); ++i) {
-        if (tabs->tabText(i) == title && tabs->isTabEnabled(i)) {
+        if (tabs->widget(i)->objectName() == QLatin1String(page) && tabs->isTabEnabled(i)) {
             tabs->setCurrentIndex(i);
             // Layouts take their final shape in the event loop.
             QCoreApplication::processEvents();
             return;
         }
     }
-    note(QStringLiteral("no tab %1").arg(title));
+    note(QStringLiteral("no page %1").arg(QLatin1String(page)));
 }
 
 void DialogHand::drag(const char* name, QPointF from, QPointF to)

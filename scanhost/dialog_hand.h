@@ -22,12 +22,13 @@ public:
 
     /// Chooses the entry of a combo box whose text begins with @p text.
     void choose(const char* name, const QString& text);
+    void chooseFirst(const char* name);
     /// Clicks a check box or radio button that is not as it should be.
     void set(const char* name, bool on);
     void click(const char* name);
     void type(const char* name, const QString& text);
-    /// Turns to the tab with this title.
-    void openTab(const QString& title);
+    /// Turns to a page by its object name.
+    void openTab(const char* page);
     /// Presses the left button over a widget, moves the pointer and lets go.
     /// @param from,to places in parts of the widget's width and height, 0 to 1
     void drag(const char* name, QPointF from, QPointF to);

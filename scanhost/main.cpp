@@ -1,6 +1,7 @@
 #include "batch.h"
 #include "command_line.h"
 #include "icons.h"
+#include "language.h"
 #include "main_window.h"
 #include "scanner_device.h"
 #include "scenes.h"
@@ -10,21 +11,10 @@
 #include "tour.h"
 
 #include <QApplication>
-#include <QLibraryInfo>
+#include <QLocale>
 #include <QTextStream>
-#include <QTranslator>
 
 namespace {
-
-/// The buttons of Qt's own dialogs, in the language of this program.
-void translateQt(QApplication& application)
-{
-    auto* translator = new QTranslator(&application);
-    if (translator->load(QStringLiteral("qtbase_zh_CN"),
-                         QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
-        QCoreApplication::installTranslator(translator);
-    }
-}
 
 /// Who scans without a window may do so without a screen.
 void allowMissingScreen(int argc, char** argv)
@@ -74,11 +64,11 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(KESTREL_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("kestrel-scan"));
     QApplication::setWindowIcon(kestrel::applicationIcon());
-    translateQt(application);
+    kestrel::speak(QLocale::system().uiLanguages(), QApplication::applicationDirPath());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
-    // The program speaks Chinese, whatever a bare console says about its character set.
+    // The program may speak Chinese, whatever a bare console says about its character set.
     out.setCodec("UTF-8");
     err.setCodec("UTF-8");
 

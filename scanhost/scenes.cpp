@@ -99,7 +99,7 @@ void Scenes::inDialog(QDialog* dialog)
 
 void Scenes::firstStart(DialogHand& hand)
 {
-    hand.openTab(QStringLiteral("图像"));
+    hand.openTab("tab_image");
     hand.choose("resolution_gengel_slide", QStringLiteral("300"));
     hand.set("front_gray", true);
     hand.set("front_color", false);
@@ -111,7 +111,7 @@ void Scenes::firstStart(DialogHand& hand)
 
 void Scenes::secondStart(DialogHand& hand)
 {
-    hand.openTab(QStringLiteral("图像"));
+    hand.openTab("tab_image");
     hand.photograph(path(QStringLiteral("second-start.png")));
     if (hand.chosen("resolution_gengel_slide") != QLatin1String("300") ||
         !hand.isOn("front_gray") || hand.isOn("front_color")) {
@@ -123,8 +123,8 @@ void Scenes::secondStart(DialogHand& hand)
 void Scenes::selectArea(DialogHand& hand)
 {
     hand.choose("source", QStringLiteral("平板"));
-    hand.choose("autocropdeskew", QStringLiteral("固定尺寸"));
-    hand.openTab(QStringLiteral("预览"));
+    hand.chooseFirst("autocropdeskew");
+    hand.openTab("tab_preview");
     hand.click("preview");
     hand.drag("preview_box", {0.2, 0.1}, {0.7, 0.5});
     hand.photograph(path(QStringLiteral("preview-selection.png")));
