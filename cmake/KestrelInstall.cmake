@@ -28,8 +28,13 @@ install(
   DESTINATION "${pkgconfig_dir}"
   COMPONENT dev)
 
+set(documents "${CMAKE_INSTALL_DATADIR}/doc/libkestrel-settingui-dev")
+install(
+  FILES docs/host-guide.md docs/settings.md
+  DESTINATION "${documents}"
+  COMPONENT dev)
 # The smallest host that does everything; the tests build it against the installed tree.
 install(
   FILES tests/package/consumer/CMakeLists.txt tests/package/consumer/main.cpp
-  DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libkestrel-settingui-dev/examples/host"
+  DESTINATION "${documents}/examples/host"
   COMPONENT dev)

@@ -23,6 +23,9 @@ quietly() { # WHAT COMMAND...
 }
 
 quietly "installing" "$CMAKE" --install "$build" --prefix "$work/first"
+quietly "installing what belongs to no package" \
+    "$CMAKE" --install "$build" --prefix "$work/stray" --component Unspecified
+[ ! -e "$work/stray" ] || fail "Installed, but in none of the packages: $(find "$work/stray" -type f)"
 # The tree does not know where it was put.
 mv "$work/first" "$work/usr"
 
