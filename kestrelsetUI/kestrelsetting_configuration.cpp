@@ -4,6 +4,7 @@
 #include "dialogs/edittemplate.h"
 #include "rules/gamma.h"
 #include "rules/paper_size.h"
+#include "rules/scan_range.h"
 #include "settings/settings_file.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
@@ -55,7 +56,7 @@ bool has(const Setting& setting, const char* key)
 }
 
 /// Whether an area is what a paper size gives, upright or across.
-bool isSizeOf(ScanArea paper, const QSizeF& area, double maxWidth, double maxHeight)
+bool isSizeOf(ScanArea paper, const QSizeF& area, bool upright, double maxWidth, double maxHeight)
 {
     constexpr double kHalfStepMm = 0.05;
     const auto is = [&area](double width, double height) {
@@ -65,7 +66,7 @@ bool isSizeOf(ScanArea paper, const QSizeF& area, double maxWidth, double maxHei
     const auto& size = paperSize(paper);
     return paper == ScanArea::Maximum
                ? is(maxWidth, maxHeight)
-               : is(size.shortMm, size.longMm) || is(size.longMm, size.shortMm);
+               : is(upright ? size.shortMm : size.longMm, upright ? size.longMm : size.shortMm);
 }
 
 void setCustomResolution(QComboBox* list, const QString& text)
@@ -105,7 +106,9 @@ void KestrelSettingUI::openSettings(const char* config_dir)
     // Without a folder there is no file: a path that can't be one keeps dialog and manager
     // together.
     const QString file =
-        config_path.isEmpty() ? QStringLiteral("/dev/null/%1.ini").arg(device_name) : config_path;
+        config_path.isEmpty()
+            ? QStringLiteral("/dev/null/%1.ini").arg(QString(device_name).replace('/', '_'))
+            : config_path;
     // Hosts may hold on to what an earlier binding opened, so it is never deleted.
     settings = kestrel::openSettings(file).release();
     edit_template->setPathINI(file);
@@ -307,6 +310,8 @@ void KestrelSettingUI::loadConfig(QString group)
         }
     }
     mendBounded(stored);
+    // Also what closing without OK has brought back after a binding that could not be asked.
+    configuration_loaded = configuration_loaded || !stored.empty();
     loaded_texts.clear();
     if (half_asked) {
         for (const auto& [setting, text] : stored) {
@@ -331,8 +336,9 @@ void KestrelSettingUI::mendBounded(const std::vector<StoredSetting>& stored)
     if (const auto paper = find("scanrange_setting"); paper != stored.end()) {
         const int index = parseInteger(paper->second);
         const auto area = scanAreaFromText(ui->scanrange_setting->itemText(index));
-        if (area && isSizeOf(*area, {number("br_x"), number("br_y")}, ui->br_x->maximum(),
-                             ui->br_y->maximum())) {
+        if (area &&
+            isSizeOf(*area, {number("br_x"), number("br_y")}, ui->vertical_range->isChecked(),
+                     ui->br_x->maximum(), ui->br_y->maximum())) {
             ui->scanrange_setting->setCurrentIndex(index);
         }
     }
@@ -348,25 +354,25 @@ void KestrelSettingUI::mendBounded(const std::vector<StoredSetting>& stored)
             load(offset);
         }
     }
-    // Its limit has moved with the area.
+    // Its limit has moved with the area, or stems from an offset that was typed and not taken.
     if (find("additional_length_detection_length") != stored.end()) {
+        write({{RangeField::LengthDetectionMaximum,
+                (ui->br_y->maximum() - ui->tl_y->value()) - ui->br_y->value()}});
         load("additional_length_detection_length");
     }
 }
 
-/// The side mode comes before the source, whose rules may then take it for a choice made under the
-/// source of before. What was confirmed under the same source is put back.
+/// The side mode comes before the source: under the automatic source of before, the back's
+/// detection takes the front's along. What was confirmed for the feeder is put back. (The flatbed's
+/// own rule stands: it drops the front's detection whoever chooses it.)
 void KestrelSettingUI::mendSideMode(const StoredSetting& first)
 {
     if (first.first->encoding != Encoding::Mask) {
         return;
     }
     const SideMode mask(parseMask(first.second));
-    const auto source = currentSource();
-    const bool backAlone = source == ScanSource::Feeder && mask.detects(Side::Back);
-    const bool frontOnGlass = source == ScanSource::Flatbed && mask.detects(Side::Front) &&
-                              !mask.detects(Side::Back) && mask.modes(Side::Back) == 0;
-    if ((backAlone || frontOnGlass) && multistream_mask != mask) {
+    if (currentSource() == ScanSource::Feeder && mask.detects(Side::Back) &&
+        multistream_mask != mask) {
         loadSideMode(mask);
     }
 }

@@ -481,7 +481,7 @@ void KestrelSettingUI::Discovery::measureLongPaper()
         device_.writeWord(index, *before, size);
     }
     // A scanner that can't tell keeps the one height it has.
-    const auto known = static_cast<SANE_Fixed>(SANE_FIX(ui_.br_y->maximum()));
+    const auto known = mmToFixed(ui_.br_y->maximum());
     dialog_.long_paper_max_height = longPaper.value_or(known);
     dialog_.normal_max_height = normal.value_or(known);
 }
@@ -566,11 +566,11 @@ int KestrelSettingUI::GetOptionByName()
     discovery.startAfresh();
     showScannerInfo();
     const auto count = SaneDevice(sane_handle).optionCount();
+    half_asked = count.option == nullptr || count.status != SANE_STATUS_GOOD;
+    loaded_texts.clear();
     if (count.option == nullptr) {
         return 0;
     }
-    half_asked = count.status != SANE_STATUS_GOOD;
-    loaded_texts.clear();
     discovery.walk(count);
     discovery.measureLongPaper();
     // The source may have been listed before it was known what the flatbed can do.

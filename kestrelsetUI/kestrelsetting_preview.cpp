@@ -60,6 +60,11 @@ public:
         case QEvent::TouchBegin:
         case QEvent::TouchUpdate:
         case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletMove:
+        case QEvent::TabletRelease:
+        case QEvent::InputMethod:
+        case QEvent::ContextMenu:
             return true;
         default:
             return false;
@@ -179,7 +184,9 @@ void KestrelSettingUI::on_preview_clicked()
     previewing = true;
     ui->preview->setEnabled(false);
     const auto status = scanPreview();
-    discardInput();
+    if (handle != nullptr) {
+        discardInput();
+    }
     // Whatever came up meanwhile may have closed, deleted or bound the dialog to another device.
     if (!alive.isNull() && sane_handle == handle) {
         scan_error(status);

@@ -1,6 +1,7 @@
 #include "scanner/sane_device.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -8,7 +9,7 @@
 namespace kestrel {
 namespace {
 
-// What is read has room for a few bytes more than announced.
+// Drivers write a terminator, or a word, behind the size that they announce.
 constexpr std::size_t kReadSlack = 64;
 
 bool absurd(SANE_Int optionSize)
@@ -86,6 +87,14 @@ SANE_Fixed fixedLength(const SANE_Option_Descriptor& option, SANE_Word word) noe
 double millimetres(const SANE_Option_Descriptor& option, SANE_Word word) noexcept
 {
     return isFixed(option) ? fixedToMm(word) : word;
+}
+
+SANE_Fixed mmToFixed(double mm) noexcept
+{
+    constexpr double kMin = std::numeric_limits<SANE_Word>::min();
+    constexpr double kMax = std::numeric_limits<SANE_Word>::max();
+    const double scaled = mm * (1 << SANE_FIXED_SCALE_SHIFT);
+    return std::isnan(scaled) ? 0 : static_cast<SANE_Fixed>(std::clamp(scaled, kMin, kMax));
 }
 
 SaneDevice::OptionCount SaneDevice::optionCount() const

@@ -50,6 +50,10 @@ constexpr double fixedToMm(SANE_Fixed value) noexcept
     return value * 1.52587890625e-5;
 }
 
+/// @param mm millimetres
+/// @return as SANE_Fixed, toward zero; the nearest there is where the type ends, 0 for no number
+SANE_Fixed mmToFixed(double mm) noexcept;
+
 /// A view of an open device; the handle stays its owner's. Everything is synchronous.
 class SaneDevice
 {

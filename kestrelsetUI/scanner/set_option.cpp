@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <strings.h>
 
 namespace kestrel {
@@ -53,10 +51,7 @@ SANE_Fixed toFixed(const char* text)
     // Not strtod(): the host's locale may want a comma.
     double number = 0.0;
     std::from_chars(text, text + std::strlen(text), number);
-    const double scaled = number * 65536.0;
-    constexpr double kMin = std::numeric_limits<SANE_Word>::min();
-    constexpr double kMax = std::numeric_limits<SANE_Word>::max();
-    return std::isnan(scaled) ? 0 : static_cast<SANE_Fixed>(std::clamp(scaled, kMin, kMax));
+    return mmToFixed(number);
 }
 
 } // namespace

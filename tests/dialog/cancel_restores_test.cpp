@@ -192,22 +192,45 @@ TEST_F(CancelRestores, DetectionOfTheBackAlone)
     EXPECT_FALSE(checked("color_detection_image_front"));
 }
 
-TEST_F(CancelRestores, DetectionOfTheFrontOnTheFlatbed)
+TEST_F(CancelRestores, TheFlatbedDropsTheFrontsDetectionAlsoWhenItIsLoaded)
 {
     bind(m_scanner);
     chooseSource("平板");
     press(get<QAbstractButton>("color_detection_image_front"));
     ASSERT_EQ(dialog().mask(), 68);
-    expectBack([this] {
-        chooseSource("文档进纸器");
-        press(get<QAbstractButton>("color_detection_image_front"));
-    });
-    EXPECT_EQ(dialog().mask(), 68);
+    ok();
+    dialog().show();
+    chooseSource("文档进纸器");
+    cancel();
+    EXPECT_EQ(dialog().mask(), 4);
+    EXPECT_TRUE(checked("color_detection_image_front"));
+    EXPECT_EQ(get<QComboBox>("source").currentText(), QStringLiteral("平板"));
     restart(m_scanner);
-    EXPECT_EQ(dialog().mask(), 68);
+    EXPECT_EQ(dialog().mask(), 4);
     EXPECT_TRUE(checked("color_detection_image_front"));
     EXPECT_FALSE(checked("color_detection_image_back"));
     EXPECT_EQ(get<QComboBox>("source").currentText(), QStringLiteral("平板"));
+}
+
+TEST_F(CancelRestores, TheFlatbedKeepsADetectionThatWasConfirmedOnIt)
+{
+    bind(m_scanner);
+    chooseSource("平板");
+    press(get<QAbstractButton>("color_detection_image_front"));
+    expectBack([this] { press(get<QAbstractButton>("color_detection_image_front")); });
+    EXPECT_EQ(dialog().mask(), 68);
+}
+
+TEST_F(CancelRestores, ALengthBelowAnOffsetThatWasTypedAndNotTaken)
+{
+    FakeScanner scanner = feederOf(216.0, 356.0);
+    bind(scanner);
+    auto& sizes = get<QComboBox>("scanrange_setting");
+    sizes.setCurrentIndex(sizes.count() - 1);
+    ASSERT_EQ(box("length_detection_value").value(), 0.0);
+    expectBack([this] { box("tl_y").setValue(50.0); });
+    EXPECT_EQ(box("length_detection_value").value(), 0.0);
+    EXPECT_EQ(box("length_detection_value").maximum(), 0.0);
 }
 
 TEST_F(CancelRestores, AnotherTemplatesHeight)
@@ -246,21 +269,6 @@ TEST_F(CancelRestores, AnotherTemplatesDetection)
             chooseSource("自动选择纸张来源");
             get<QAbstractButton>("color_detection_image_back").setChecked(true);
             EXPECT_EQ(dialog().mask(), 196);
-        });
-}
-
-TEST_F(CancelRestores, AnotherTemplatesDetectionOnTheFlatbed)
-{
-    bind(m_scanner);
-    expectBothBack(
-        [this] {
-            chooseSource("平板");
-            press(get<QAbstractButton>("color_detection_image_front"));
-            EXPECT_EQ(dialog().mask(), 68);
-        },
-        [this] {
-            chooseSource("文档进纸器");
-            EXPECT_EQ(dialog().mask(), 4);
         });
 }
 
