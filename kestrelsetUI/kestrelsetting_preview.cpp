@@ -206,16 +206,23 @@ SANE_Status KestrelSettingUI::scanPreview()
 {
     const WaitCursor cursor;
     setParamForPreview();
-    if (sane_handle == nullptr) {
+    // A call may let the host run events, to ask for a password: who was bound and alive before it
+    // need not be afterwards.
+    const SANE_Handle handle = sane_handle;
+    const QPointer<KestrelSettingUI> alive(this);
+    if (handle == nullptr) {
         return SANE_STATUS_GOOD;
     }
-    const auto status = sane_start(sane_handle);
+    const auto status = sane_start(handle);
     if (status == SANE_STATUS_GOOD) {
         try {
-            showFrame(readFrame(sane_handle));
+            Frame frame = readFrame(handle);
+            if (!alive.isNull()) {
+                showFrame(std::move(frame));
+            }
         } catch (const std::bad_alloc&) { // the picture stays as it was
         }
-        sane_cancel(sane_handle);
+        sane_cancel(handle);
     }
     return status;
 }

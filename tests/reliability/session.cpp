@@ -5,6 +5,7 @@
 #include "support/user.h"
 
 #include <kestrelsettingui.h>
+#include <settings/settings_file.h>
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -93,10 +94,18 @@ UserSession::UserSession() : m_dialog(std::make_unique<DialogProbe>()) {}
 
 UserSession::~UserSession()
 {
-    keepSettings();
-    m_dialog.reset();
+    end();
+    // The toolkit's own way of closing waits for a stuck lock without limit.
     for (QSettings* settings : m_left) {
-        delete settings;
+        SettingsCloser()(settings);
+    }
+}
+
+void UserSession::end()
+{
+    if (m_dialog) {
+        keepSettings();
+        m_dialog.reset();
     }
 }
 

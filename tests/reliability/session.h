@@ -60,6 +60,9 @@ public:
     /// What a user does, one after the other: all of the above with the edits of @p variant.
     void run(SANE_Handle handle, const char* folder, int variant);
 
+    /// Deletes the dialog alone, as a host does.
+    void end();
+
     /// @return what every control holds, by object name
     Texts controls() const;
     DialogProbe& dialog() { return *m_dialog; }
