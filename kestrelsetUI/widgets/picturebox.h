@@ -148,6 +148,7 @@ protected:
 private:
     void pictureChanged();
     void showAdjusted(int addedBrightness, int addedContrast);
+    void remakeShown();
     void buildShown(const QImage& picture, bool resample);
     void zoomTo(double newScale);
     void setScaledSize(bool turned);
@@ -164,7 +165,8 @@ private:
     double shownRatio = 1.0; ///< the device pixel ratio that `shown` was made for
     int shownBrightness = 0; ///< the adjustments that `shown` was made with
     int shownContrast = 0;
-    bool cleared = true;        ///< `shown` is one colour and not made from the picture
-    bool keyboardFocus = false; ///< the focus came by the keyboard, so its place has to be seen
+    bool shownResampled = false; ///< `shown` has been scaled to its size on screen and back
+    bool cleared = true;         ///< `shown` is one colour and not made from the picture
+    bool keyboardFocus = false;  ///< the focus came by the keyboard, so its place has to be seen
     /// @endcond
 };

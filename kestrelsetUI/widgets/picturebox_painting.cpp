@@ -51,9 +51,20 @@ void PreviewBoxUI::showAdjusted(int addedBrightness, int addedContrast)
     buildShown(workingImage, scale < 1.0);
 }
 
+/// Makes `shown` once more, the way it was made last.
+void PreviewBoxUI::remakeShown()
+{
+    if (shownBrightness == 0 && shownContrast == 0) {
+        buildShown(source, shownResampled);
+    } else {
+        showAdjusted(shownBrightness, shownContrast);
+    }
+}
+
 void PreviewBoxUI::buildShown(const QImage& picture, bool resample)
 {
     shownRatio = devicePixelRatioF();
+    shownResampled = resample;
     cleared = false;
     shown = picture;
     const QSize small = roundedSize(picture.size(), scale * shownRatio).expandedTo(QSize(1, 1));
@@ -71,7 +82,7 @@ void PreviewBoxUI::paintEvent(QPaintEvent* event)
 {
     if (!cleared && !qFuzzyCompare(shownRatio, devicePixelRatioF())) {
         // The window has come to another screen.
-        showAdjusted(shownBrightness, shownContrast);
+        remakeShown();
     }
     painter.begin(this);
     painter.setPen(linePen(Qt::red));

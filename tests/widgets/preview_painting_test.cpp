@@ -272,3 +272,51 @@ TEST_F(PreviewPainting, FocusIsShownToWhoeverCameByKeyboard)
     box.clearFocus();
     EXPECT_EQ(Painted(box).image(), without);
 }
+
+namespace {
+
+/// A box on a screen of any ratio.
+class WanderingBox : public Box
+{
+public:
+    double ratio = 1.0;
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmDevicePixelRatio:
+            return static_cast<int>(ratio);
+        case PdmDevicePixelRatioScaled:
+            return static_cast<int>(ratio * devicePixelRatioFScale());
+        default:
+            return Box::metric(metric);
+        }
+    }
+};
+
+} // namespace
+
+TEST(PreviewOnAnotherScreen, ASmallPictureIsSmoothedAsItWasAtFirst)
+{
+    WanderingBox box;
+    QImage chequered(40, 40, QImage::Format_RGB32);
+    for (int y = 0; y < chequered.height(); ++y) {
+        for (int x = 0; x < chequered.width(); ++x) {
+            chequered.setPixel(x, y, (x + y) % 2 == 0 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
+        }
+    }
+    box.setMaxHeightAndStandrad(200, 30);
+    box.setImage(chequered);
+    ASSERT_GT(box.scale, 1.0);
+    const QImage first = box.shown;
+    ASSERT_NE(first, chequered);
+
+    box.ratio = 2.0;
+    const Painted finer(box);
+    EXPECT_NE(box.shown, first);
+    EXPECT_NE(box.shown, chequered);
+    box.ratio = 1.0;
+    const Painted back(box);
+    EXPECT_EQ(box.shown, first);
+}
