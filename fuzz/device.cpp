@@ -6,6 +6,7 @@
 #include "support/dialog_probe.h"
 #include "support/models.h"
 #include "widgets/picturebox.h"
+#include "widgets/previewui.h"
 
 #include <kestrelsettingui.h>
 
@@ -14,6 +15,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QImage>
 #include <QMouseEvent>
 #include <QSettings>
 #include <QSpinBox>
@@ -65,7 +67,7 @@ public:
         const auto widgets = m_dialog.findChildren<QWidget*>();
         for (QWidget* const widget : widgets) {
             const QString name = widget->objectName();
-            if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) {
+            if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")) && isControl(*widget)) {
                 m_widgets.push_back(widget);
             }
         }
@@ -87,6 +89,15 @@ public:
     }
 
 private:
+    static bool isControl(const QWidget& widget)
+    {
+        return qobject_cast<const QComboBox*>(&widget) != nullptr ||
+               qobject_cast<const QSpinBox*>(&widget) != nullptr ||
+               qobject_cast<const QDoubleSpinBox*>(&widget) != nullptr ||
+               qobject_cast<const QAbstractSlider*>(&widget) != nullptr ||
+               qobject_cast<const QAbstractButton*>(&widget) != nullptr;
+    }
+
     // What an earlier binding has opened stays for hosts; here it would fill the memory.
     static void forget(QSettings* settings) { delete settings; }
 
@@ -156,6 +167,7 @@ private:
             break;
         case 10:
             drag();
+            paint();
             break;
         case 11:
             m_scanner.mend();
@@ -177,6 +189,13 @@ private:
                               Qt::LeftButton, Qt::NoModifier);
             QApplication::sendEvent(box, &event);
         }
+    }
+
+    void paint()
+    {
+        QImage canvas(100, 100, QImage::Format_RGB32);
+        dialog().findChild<PreviewBoxUI*>()->render(&canvas);
+        dialog().findChild<PreViewUI*>()->render(&canvas);
     }
 
     void use(QWidget& widget)
@@ -203,6 +222,10 @@ private:
         const int source = getScanSourceType(host());
         require(source >= 0 && source <= 2, "the paper comes from nowhere");
         require(getWaitingJobTime(host()) >= 0, "the pause has no length");
+        const int correction = getCurrentFiletype(host());
+        require(correction >= 0 && correction <= 3, "there is no such colour correction");
+        (void)isDoubleSideScan(host());
+        (void)isSplitScan(host());
     }
 
     Input& m_input;

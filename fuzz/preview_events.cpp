@@ -20,8 +20,9 @@ using kestrel::test::Box;
 namespace {
 
 constexpr int kMostSteps = 200;
-// Fitting a strip to a page's height takes as long as a thousand clicks.
-constexpr int kMostLargePictures = 2;
+// To fit a strip to a page's height takes as long as a thousand clicks.
+constexpr int kMostLargePictures = 4;
+constexpr double kLargePicture = 2e6; // pixels
 
 class Session
 {
@@ -171,12 +172,13 @@ private:
         image.fill(m_input.word());
         const double height = m_input.flag() ? m_input.below(400) : m_input.real();
         const int standard = m_input.flag() ? m_input.below(80) : m_input.integer();
-        const bool large = !(height * standard / 20.0 < 2000.0);
-        if (large && m_largePictures++ >= kMostLargePictures) {
-            return;
-        }
         if (m_input.flag()) {
             m_box->setMaxHeightAndStandrad(static_cast<float>(height), standard);
+        }
+        const double shownHeight = m_box->standard * (m_box->maximumHeight / 20.0);
+        const double shownWidth = shownHeight / size.height() * size.width();
+        if (!(shownWidth * shownHeight < kLargePicture) && tooManyLarge()) {
+            return;
         }
         const QImage before = m_box->source;
         const bool shown = m_box->setImage(image);
@@ -185,8 +187,18 @@ private:
         m_onPicture = m_onPicture && (isIdle() || !shown);
     }
 
+    bool tooManyLarge() { return ++m_largePictures > kMostLargePictures; }
+    bool isLarge() const
+    {
+        const double width = m_box->source.width() * m_box->scale;
+        return !(width * m_box->source.height() * m_box->scale < kLargePicture);
+    }
+
     void zoom()
     {
+        if (isLarge() && tooManyLarge()) {
+            return;
+        }
         switch (m_input.byte() % 6) {
         case 0:
             m_box->zoomin();
@@ -226,6 +238,9 @@ private:
 
     void adjust()
     {
+        if (isLarge() && tooManyLarge()) {
+            return;
+        }
         switch (m_input.byte() % 6) {
         case 0:
             m_box->setBrightness(m_input.integer());
