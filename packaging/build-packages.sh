@@ -8,7 +8,7 @@ build=$(realpath -m "${1:-$top/build/package}")
 
 # shellcheck source=packaging/install-missing.sh
 . "$top/packaging/install-missing.sh"
-kestrel_install_missing cmake ninja-build g++ dpkg-dev qtbase5-dev libsane-dev file
+kestrel_install_missing cmake ninja-build g++ dpkg-dev qtbase5-dev qttools5-dev-tools libsane-dev
 
 SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l "$top/packaging/debian/changelog" -S Timestamp)
 export SOURCE_DATE_EPOCH LC_ALL=C.UTF-8

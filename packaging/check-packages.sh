@@ -36,7 +36,7 @@ for page in "$top"/scanhost/*.[1-8] "$top"/simulator/*.[1-8]; do
 done
 
 step "binary interface"
-dpkg-gensymbols -q -c4 -plibkestrel-settingui1 "-v$version" "-e$build/$library" \
+dpkg-gensymbols -c4 -plibkestrel-settingui1 "-v$version" "-e$build/$library" \
     "-I$debian/libkestrel-settingui1/symbols" -O"$build/symbols"
 "$top/packaging/abi/dump.sh" "$build/$library" "$build/interface.abi"
 for release in "$top"/packaging/abi/*.abi; do
