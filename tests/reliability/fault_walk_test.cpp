@@ -1,7 +1,7 @@
 // A session in which the n-th call to the scanner fails, for every n and every status; and one in
 // which the scanner is gone from the n-th call on. The quick form takes strides,
 // KESTREL_RELIABILITY=full takes every step.
-#include "reliability/session.h"
+#include "reliability/stand_in.h"
 #include "support/host.h"
 
 #include <gtest/gtest.h>

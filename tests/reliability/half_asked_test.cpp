@@ -1,6 +1,6 @@
 // A scanner that fails while it is asked for its options: what the dialog cannot show for that
 // stays as it is stored.
-#include "reliability/session.h"
+#include "reliability/stand_in.h"
 #include "support/host.h"
 #include "support/user.h"
 

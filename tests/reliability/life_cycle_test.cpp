@@ -1,5 +1,5 @@
 // Dialogs that come and go: nothing is left of them but what is left on purpose.
-#include "reliability/session.h"
+#include "reliability/stand_in.h"
 #include "support/host.h"
 #include "support/message_boxes.h"
 #include "support/models.h"

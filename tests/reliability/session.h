@@ -3,7 +3,6 @@
 #pragma once
 
 #include "support/dialog_probe.h"
-#include "support/fake_scanner.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -73,13 +72,5 @@ private:
     std::unique_ptr<DialogProbe> m_dialog;
     std::vector<QSettings*> m_left;
 };
-
-/// @return a scanner with everything, and one small picture for the preview
-FakeScanner scannerWithPicture();
-
-/// Makes the settings file that the walks start from: a confirmed template "Office" beside the
-/// device's own settings.
-/// @return its bytes
-QByteArray makeStoredSettings(const char* folder);
 
 } // namespace kestrel::test

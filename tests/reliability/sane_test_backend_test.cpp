@@ -1,0 +1,192 @@
+// A scanner that nobody here has written: the backend "test" that comes with SANE, through the real
+// libsane, with everything that it can switch on.
+#include "reliability/session.h"
+#include "support/host.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sane/sane.h>
+#include <sane/saneopts.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace kestrel::test;
+
+namespace {
+
+using Choice = std::pair<std::string, std::string>;
+
+class SaneTestBackend : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        // libsane remembers its first folder of configuration.
+        static const TempConfigDir folder;
+        folder.write(QStringLiteral("dll.conf"), "test\n");
+        folder.write(QStringLiteral("test.conf"), "number_of_devices 2\n");
+        setenv("SANE_CONFIG_DIR", folder.path(), 1);
+    }
+    SaneTestBackend()
+    {
+        SANE_Int version = 0;
+        sane_init(&version, nullptr);
+        EXPECT_EQ(sane_open("test:0", &m_handle), SANE_STATUS_GOOD);
+    }
+    ~SaneTestBackend() override
+    {
+        if (m_handle != nullptr) {
+            sane_close(m_handle);
+        }
+        sane_exit();
+    }
+
+    SANE_Int find(const std::string& name) const
+    {
+        SANE_Int count = 0;
+        sane_control_option(m_handle, 0, SANE_ACTION_GET_VALUE, &count, nullptr);
+        for (SANE_Int i = 1; i < count; ++i) {
+            const auto* const option = sane_get_option_descriptor(m_handle, i);
+            if (option != nullptr && option->name != nullptr && name == option->name) {
+                return i;
+            }
+        }
+        ADD_FAILURE() << "the backend has no " << name;
+        return 0;
+    }
+
+    void set(const Choice& choice)
+    {
+        const SANE_Int index = find(choice.first);
+        const auto* const option = sane_get_option_descriptor(m_handle, index);
+        ASSERT_NE(option, nullptr);
+        SANE_Status status = SANE_STATUS_GOOD;
+        if (option->type == SANE_TYPE_STRING) {
+            std::vector<char> text(static_cast<std::size_t>(option->size) + 1, '\0');
+            choice.second.copy(text.data(), text.size() - 1);
+            status =
+                sane_control_option(m_handle, index, SANE_ACTION_SET_VALUE, text.data(), nullptr);
+        } else {
+            SANE_Word word = option->type == SANE_TYPE_FIXED ? SANE_FIX(std::stod(choice.second))
+                                                             : std::stoi(choice.second);
+            status = sane_control_option(m_handle, index, SANE_ACTION_SET_VALUE, &word, nullptr);
+        }
+        EXPECT_EQ(status, SANE_STATUS_GOOD) << choice.first << " = " << choice.second;
+    }
+
+    std::vector<std::string> entriesOf(const std::string& name) const
+    {
+        std::vector<std::string> entries;
+        const auto* const option = sane_get_option_descriptor(m_handle, find(name));
+        for (auto entry = option->constraint.string_list; *entry != nullptr; ++entry) {
+            entries.emplace_back(*entry);
+        }
+        return entries;
+    }
+
+    /// A user's session with the backend set so.
+    void live(const std::vector<Choice>& choices)
+    {
+        for (const Choice& choice : choices) {
+            SCOPED_TRACE(choice.first + " = " + choice.second);
+            set(choice);
+        }
+        const TempConfigDir folder;
+        {
+            UserSession user;
+            user.run(m_handle, folder.path(), 1);
+        }
+        const Texts stored = readSettingsFile(folder.file(QStringLiteral("ScannerA.ini")));
+        EXPECT_EQ(stored.value(QStringLiteral("ScannerA/brightness")), QStringLiteral("33"));
+        EXPECT_EQ(stored.value(QStringLiteral("ScannerA/ultrasonic")), QStringLiteral("Enable"));
+        // The host scans after all that.
+        EXPECT_EQ(sane_start(m_handle), SANE_STATUS_GOOD);
+        sane_cancel(m_handle);
+    }
+
+    SANE_Handle m_handle = nullptr;
+    BoxCloser m_boxes;
+};
+
+} // namespace
+
+TEST_F(SaneTestBackend, EveryStatusThatReadingCanAnswer)
+{
+    const auto statuses = entriesOf("read-return-value");
+    EXPECT_GE(statuses.size(), 12U);
+    for (const std::string& status : statuses) {
+        SCOPED_TRACE(status);
+        live({{"read-return-value", status}});
+        // Only a start that fails is told of.
+        EXPECT_TRUE(m_boxes.texts().isEmpty()) << m_boxes.texts().first().toStdString();
+    }
+}
+
+TEST_F(SaneTestBackend, EveryOptionOfEveryType)
+{
+    live({{"enable-test-options", "1"}});
+}
+
+TEST_F(SaneTestBackend, ShortAndSlowReads)
+{
+    live({{"read-limit", "1"}, {"read-limit-size", "1"}, {"resolution", "10"}});
+    live({{"read-limit", "0"}, {"read-delay", "1"}, {"read-delay-duration", "1000"}});
+}
+
+TEST_F(SaneTestBackend, ParametersThatAreNotTrue)
+{
+    live({{"fuzzy-parameters", "1"}});
+    for (const char* const loss : {"-128", "-1", "1", "128"}) {
+        live({{"ppl-loss", loss}});
+    }
+}
+
+TEST_F(SaneTestBackend, AScannerMovedByHand)
+{
+    live({{"hand-scanner", "1"}});
+}
+
+TEST_F(SaneTestBackend, OnePassForEachColour)
+{
+    set({"mode", "Color"});
+    set({"three-pass", "1"});
+    for (const std::string& order : entriesOf("three-pass-order")) {
+        SCOPED_TRACE(order);
+        live({{"mode", "Color"}, {"three-pass", "1"}, {"three-pass-order", order}});
+    }
+}
+
+TEST_F(SaneTestBackend, EveryDepthAndEveryPicture)
+{
+    for (const char* const depth : {"1", "8", "16"}) {
+        live({{"depth", depth}});
+    }
+    live({{"depth", "16"}, {"invert-endianess", "1"}});
+    for (const std::string& picture : entriesOf("test-picture")) {
+        live({{"test-picture", picture}});
+    }
+}
+
+TEST_F(SaneTestBackend, ReadsThatDoNotWait)
+{
+    live({{"non-blocking", "1"}});
+    live({{"non-blocking", "1"}, {"select-fd", "1"}, {"read-delay", "1"}});
+}
+
+TEST_F(SaneTestBackend, AllOfItAtOnce)
+{
+    live({{"enable-test-options", "1"},
+          {"fuzzy-parameters", "1"},
+          {"ppl-loss", "7"},
+          {"non-blocking", "1"},
+          {"read-limit", "1"},
+          {"read-limit-size", "13"},
+          {"hand-scanner", "1"},
+          {"read-return-value", "SANE_STATUS_JAMMED"}});
+}
