@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <cerrno>
+#include <chrono>
 #include <thread>
 
 #include <fcntl.h>
@@ -17,19 +18,18 @@ constexpr std::chrono::milliseconds pollInterval{5};
 
 } // namespace
 
-DirectoryLock::DirectoryLock(const QString& directory, std::chrono::milliseconds patience)
+DirectoryLock::DirectoryLock(const QString& directory, QDeadlineTimer deadline)
     : descriptor(
           ::open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
     if (descriptor < 0) {
         return;
     }
-    const auto deadline = std::chrono::steady_clock::now() + patience;
     while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK && errno != EINTR) {
             break;
         }
-        if (std::chrono::steady_clock::now() >= deadline) {
+        if (deadline.hasExpired()) {
             return;
         }
         std::this_thread::sleep_for(pollInterval);

@@ -2,9 +2,8 @@
 /// One writer at a time in a directory of settings files.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QString>
-
-#include <chrono>
 
 namespace kestrel {
 
@@ -14,12 +13,12 @@ class DirectoryLock
 {
 public:
     /// @param directory path of an existing directory.
-    /// @param patience how long to wait for another holder; zero tries once.
-    DirectoryLock(const QString& directory, std::chrono::milliseconds patience);
+    /// @param deadline how long to wait for another holder; an expired one tries once.
+    DirectoryLock(const QString& directory, QDeadlineTimer deadline);
     ~DirectoryLock();
     Q_DISABLE_COPY_MOVE(DirectoryLock)
 
-    /// @return false if somebody else kept the lock for all of the patience, or there is no such
+    /// @return false if somebody else kept the lock until the deadline, or there is no such
     /// directory. A file system without such locks counts as locked: its single user is not to be
     /// kept from saving.
     bool isHeld() const noexcept { return held; }

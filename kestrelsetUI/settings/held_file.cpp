@@ -1,6 +1,6 @@
 #include "settings/held_file.h"
 
-#include "settings/settings_inspection.h"
+#include "settings/files_aside.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -38,15 +38,9 @@ bool holdByName(const QByteArray& file, const QByteArray& hold)
         return true;
     }
     // A file system without hard links, or somebody else's file: a whole copy serves as well.
-    if (errno == EPERM || errno == EOPNOTSUPP || errno == EMLINK || errno == ENOSYS) {
-        const QString from = QFile::decodeName(file);
-        const QString to = QFile::decodeName(hold);
-        if (QFile::copy(from, to) && QFileInfo(from).size() == QFileInfo(to).size()) {
-            return true;
-        }
-        ::unlink(hold.constData());
-    }
-    return false;
+    const bool canCopy =
+        errno == EPERM || errno == EOPNOTSUPP || errno == EMLINK || errno == ENOSYS;
+    return canCopy && copyWhole(QFile::decodeName(file), QFile::decodeName(hold));
 }
 
 // What stands at a name still after recovery is somebody else's, a directory perhaps.

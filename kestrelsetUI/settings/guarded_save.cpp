@@ -1,0 +1,105 @@
+#include "settings/guarded_save.h"
+
+#include "settings/directory_lock.h"
+#include "settings/files_aside.h"
+#include "settings/held_file.h"
+#include "settings/settings_inspection.h"
+#include "settings/settings_snapshot.h"
+#include "settings/toolkit_lock.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+
+namespace kestrel {
+
+namespace {
+
+// The toolkit believes that it has written: let it read the old file, then tell it the new values
+// again.
+void putBack(QSettings& settings, const Snapshot& snapshot)
+{
+    settings.sync();
+    const Snapshot old = snapshotOf(settings);
+    Snapshot changed;
+    for (auto entry = snapshot.cbegin(); entry != snapshot.cend(); ++entry) {
+        if (old.value(entry.key()) != entry.value()) {
+            changed.insert(entry.key(), entry.value());
+        }
+    }
+    for (auto entry = old.cbegin(); entry != old.cend(); ++entry) {
+        if (!snapshot.contains(entry.key()) && !entry.key().isEmpty()) {
+            settings.remove(entry.key());
+        }
+    }
+    tellAll(settings, changed);
+}
+
+// After the toolkit may have written: the new file is whole, or the old one comes back.
+SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const QString& path)
+{
+    const bool isUnchanged = held.isUnchanged();
+    if (settings.status() == QSettings::NoError && isUnchanged) {
+        return SaveOutcome::Complete;
+    }
+    const Snapshot snapshot = snapshotOf(settings);
+    QByteArray content;
+    if (inspectSettingsFile(path, &content) == FileState::Sound && holds(content, snapshot)) {
+        return isUnchanged ? SaveOutcome::InPlace : SaveOutcome::Complete;
+    }
+    if (held.restore()) {
+        putBack(settings, snapshot);
+    }
+    return SaveOutcome::Failed;
+}
+
+SaveOutcome saveHeld(QSettings& settings, const QString& path)
+{
+    HeldFile held(path);
+    if (!held.isSafe()) {
+        return SaveOutcome::Failed;
+    }
+    if (!QFileInfo::exists(path)) {
+        // A file that somebody removed takes what was read from it along. Told beforehand, it comes
+        // back whole with the one write.
+        tellAll(settings, snapshotOf(settings));
+    }
+    settings.sync();
+    return keepWhole(settings, held, path);
+}
+
+} // namespace
+
+SaveOutcome saveGuarded(QSettings& settings, QDeadlineTimer deadline)
+{
+    const QString path = settings.fileName();
+    const QString directory = QFileInfo(path).absolutePath();
+    if (!QDir().mkpath(directory)) {
+        return SaveOutcome::Failed;
+    }
+    const DirectoryLock lock(directory, deadline);
+    if (!lock.isHeld()) {
+        return SaveOutcome::Failed;
+    }
+    HeldFile::recover(path);
+    if (!makeSafeToRead(path, nullptr) || !canTakeToolkitLock(path, deadline)) {
+        return SaveOutcome::Failed;
+    }
+    return saveHeld(settings, path);
+}
+
+bool makeSafeToRead(const QString& path, QByteArray* content)
+{
+    switch (inspectSettingsFile(path, content)) {
+    case FileState::Missing:
+    case FileState::Sound:
+        return true;
+    case FileState::Refused:
+        return moveAside(path);
+    case FileState::Foreign:
+        break;
+    }
+    return false;
+}
+
+} // namespace kestrel

@@ -1,0 +1,101 @@
+#include "settings/toolkit_lock.h"
+
+#include "settings/directory_lock.h"
+#include "settings/guarded_save.h"
+#include "settings/settings_file.h"
+
+#include "child_process.h"
+#include "settings_folder.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QLockFile>
+
+#include <chrono>
+
+#include <unistd.h>
+
+using namespace kestrel;
+using namespace kestrel::test;
+
+namespace {
+
+const QDeadlineTimer expired(0);
+
+QString lockPathIn(const SettingsFolder& folder)
+{
+    return folder.filePath() + QStringLiteral(".lock");
+}
+
+} // namespace
+
+TEST(ToolkitLock, IsFreeAndLeavesNothingBehind)
+{
+    const SettingsFolder folder;
+    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
+    EXPECT_TRUE(folder.files().isEmpty());
+}
+
+TEST(ToolkitLock, AnotherHoldersCantBeTaken)
+{
+    const SettingsFolder folder;
+    QLockFile lock(lockPathIn(folder));
+    ASSERT_TRUE(lock.tryLock(0));
+    EXPECT_FALSE(canTakeToolkitLock(folder.filePath(), expired));
+    EXPECT_FALSE(canTakeToolkitLock(folder.filePath(), std::chrono::milliseconds(20)));
+    lock.unlock();
+    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
+}
+
+TEST(ToolkitLock, WhatIsNoFileCantBeTaken)
+{
+    const SettingsFolder folder;
+    ASSERT_TRUE(QDir().mkdir(lockPathIn(folder)));
+    EXPECT_FALSE(canTakeToolkitLock(folder.filePath(), QDeadlineTimer::Forever));
+    ASSERT_TRUE(QDir().rmdir(lockPathIn(folder)));
+    ASSERT_TRUE(QFile::link(QStringLiteral("nowhere"), lockPathIn(folder)));
+    EXPECT_FALSE(canTakeToolkitLock(folder.filePath(), QDeadlineTimer::Forever));
+    EXPECT_FALSE(canTakeToolkitLock(folder.filePath(QStringLiteral("no/folder.ini")),
+                                    QDeadlineTimer::Forever));
+}
+
+TEST(ToolkitLock, OneThatNobodyHasSignedGoesAtTheFirstTry)
+{
+    const SettingsFolder folder;
+    folder.write("", QStringLiteral("ScannerA.ini.lock"));
+    QFile lock(lockPathIn(folder));
+    ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(lock.setFileTime(QDateTime::currentDateTime().addSecs(-2),
+                                 QFileDevice::FileModificationTime));
+    lock.close();
+    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
+}
+
+TEST(ToolkitLock, ThatOfAnEndedProcessIsTaken)
+{
+    const SettingsFolder folder;
+    inChildProcess([&folder] {
+        auto* const lock = new QLockFile(lockPathIn(folder));
+        EXPECT_TRUE(lock->tryLock(0));
+    });
+    ASSERT_EQ(folder.files().size(), 1);
+    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
+}
+
+TEST(ToolkitLock, SaveWithoutTimeTriesEachLockOnce)
+{
+    const SettingsFolder folder;
+    const SettingsHandle settings = openSettings(folder.filePath());
+    settings->setValue(QStringLiteral("ScannerA/brightness"), QStringLiteral("12"));
+    {
+        const DirectoryLock others(QFileInfo(folder.filePath()).path(), expired);
+        ASSERT_TRUE(others.isHeld());
+        EXPECT_EQ(saveGuarded(*settings, expired), SaveOutcome::Failed);
+    }
+    QLockFile lock(lockPathIn(folder));
+    ASSERT_TRUE(lock.tryLock(0));
+    EXPECT_EQ(saveGuarded(*settings, expired), SaveOutcome::Failed);
+    lock.unlock();
+    EXPECT_EQ(saveGuarded(*settings, expired), SaveOutcome::Complete);
+    EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
+}
