@@ -3,12 +3,15 @@
 #include "settings/directory_lock.h"
 #include "settings/files_aside.h"
 #include "settings/held_file.h"
+#include "settings/ini_line_reader.h"
+#include "settings/ini_plain_text.h"
 #include "settings/settings_inspection.h"
 #include "settings/settings_snapshot.h"
 #include "settings/toolkit_lock.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QSettings>
 
 namespace kestrel {
@@ -53,7 +56,17 @@ SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const QString& path)
     return SaveOutcome::Failed;
 }
 
-SaveOutcome saveHeld(QSettings& settings, const QString& path)
+// The toolkit reads such a file as UTF-8, but writes its texts back without the mark.
+bool writeWithoutMark(const QString& path, const QByteArray& content)
+{
+    const QByteArray plain = withoutByteOrderMark(content);
+    QSaveFile file(path);
+    QByteArray written;
+    return file.open(QIODevice::WriteOnly) && file.write(plain) == plain.size() && file.commit() &&
+           inspectSettingsFile(path, &written) == FileState::Sound && written == plain;
+}
+
+SaveOutcome saveHeld(QSettings& settings, const QString& path, const QByteArray& content)
 {
     HeldFile held(path);
     if (!held.isSafe()) {
@@ -63,6 +76,10 @@ SaveOutcome saveHeld(QSettings& settings, const QString& path)
         // A file that somebody removed takes what was read from it along. Told beforehand, it comes
         // back whole with the one write.
         tellAll(settings, snapshotOf(settings));
+    }
+    if (content.startsWith(byteOrderMark) && !writeWithoutMark(path, content)) {
+        held.restore();
+        return SaveOutcome::Failed;
     }
     settings.sync();
     return keepWhole(settings, held, path);
@@ -82,10 +99,11 @@ SaveOutcome saveGuarded(QSettings& settings, QDeadlineTimer deadline)
         return SaveOutcome::Failed;
     }
     HeldFile::recover(path);
-    if (!makeSafeToRead(path, nullptr) || !canTakeToolkitLock(path, deadline)) {
+    QByteArray content;
+    if (!makeSafeToRead(path, &content) || !canTakeToolkitLock(path, deadline)) {
         return SaveOutcome::Failed;
     }
-    return saveHeld(settings, path);
+    return saveHeld(settings, path, content);
 }
 
 bool makeSafeToRead(const QString& path, QByteArray* content)

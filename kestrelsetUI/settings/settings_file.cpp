@@ -4,6 +4,7 @@
 #include "settings/file_size_signal.h"
 #include "settings/guarded_save.h"
 #include "settings/held_file.h"
+#include "settings/ini_line_reader.h"
 
 #include <QAtomicInt>
 #include <QCoreApplication>
@@ -134,7 +135,7 @@ SettingsHandle openOnce(const QString& path)
         return openInMemory(path);
     }
     SettingsHandle settings(new SettingsFile(path));
-    if (content.startsWith("\xEF\xBB\xBF")) {
+    if (content.startsWith(byteOrderMark)) {
         // Read everything as the UTF-8 it is, but write plain escapes: the mark would not be
         // written, and without it the next start would read other characters.
         settings->allKeys();

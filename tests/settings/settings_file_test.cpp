@@ -193,22 +193,6 @@ TEST(SettingsFile, ChangesOfAnotherProgramAreMerged)
                       {QStringLiteral("B/x"), QStringLiteral("1")}}));
 }
 
-TEST(SettingsFile, Utf8WithAMarkKeepsItsTextsThroughASave)
-{
-    const SettingsFolder folder;
-    folder.write(
-        "\xEF\xBB\xBF[UserTemplates]\nusertemplate=\"自订;办公\"\n[%U529E%U516C]\nsource=2\n");
-    const QString list = QStringLiteral("UserTemplates/usertemplate");
-    const SettingsHandle settings = openSettings(folder.filePath());
-    const SettingsHandle manager = openSettings(folder.filePath());
-    EXPECT_EQ(manager->value(list).toString(), QStringLiteral("自订;办公"));
-    settings->setValue(keyA, QStringLiteral("12"));
-    EXPECT_TRUE(saveSettings(*settings));
-    const Values after = readAfterRestart(folder.filePath());
-    EXPECT_EQ(after.value(list).toString(), QStringLiteral("自订;办公"));
-    EXPECT_EQ(after.value(QStringLiteral("办公/source")).toString(), QStringLiteral("2"));
-}
-
 TEST(SettingsFile, OtherEncodingsStayTheBytesTheyWere)
 {
     const SettingsFolder folder;
