@@ -8,7 +8,9 @@
 #include "scanner/value_tables.h"
 #include "settings/settings_file.h"
 #include "ui_kestrelsetting.h"
+#include "widgets/group_focus.h"
 #include "widgets/screen_fit.h"
+#include "widgets/screen_reader.h"
 
 #include <QCloseEvent>
 #include <QMessageBox>
@@ -38,6 +40,7 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui_KestrelSetting>())
 {
     ui->setupUi(this);
+    describeAfresh(*this);
     rememberFormLimits();
     save_path = QStringLiteral("/tmp/");
     ui->tabWidget->setCurrentIndex(0);
@@ -54,6 +57,7 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
     ui->color_correction->setCurrentIndex(kDefaultColorCorrection);
     init_config();
     connectSignals();
+    new GroupFocus(*this);
     new ScreenFit({*this, *ui->scrollArea, *ui->tabWidget, *ui->widget_13});
 }
 

@@ -62,6 +62,10 @@
         <source>[ 范围：72 ～ %1 dpi ]</source>
         <translation>[ Range: 72 to %1 dpi ]</translation>
     </message>
+    <message>
+        <source>分辨率（dpi）</source>
+        <translation>Resolution in dpi</translation>
+    </message>
 </context>
 <context>
     <name>EditTemplate</name>

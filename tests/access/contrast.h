@@ -1,0 +1,111 @@
+/// @file
+/// How well what a widget shows can be told from its ground.
+#pragma once
+
+#include <QApplication>
+#include <QColor>
+#include <QHash>
+#include <QImage>
+#include <QPalette>
+#include <QPixmap>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <vector>
+
+namespace kestrel::test {
+
+/// What is asked for of texts, and of large or bold ones.
+constexpr double enoughContrast = 4.5;
+constexpr double enoughForLargeText = 3.0;
+
+/// @return the relative luminance, 0 (black) to 1 (white)
+inline double luminance(QRgb color)
+{
+    const auto linear = [](int channel) {
+        const double part = channel / 255.0;
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(color)) + 0.7152 * linear(qGreen(color)) +
+           0.0722 * linear(qBlue(color));
+}
+
+/// @return 1 (the same) to 21 (black and white)
+inline double contrast(QRgb one, QRgb other)
+{
+    const double a = luminance(one);
+    const double b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+/// @return the largest contrast of a pixel with the most frequent colour; at least 4 pixels have it
+inline double contrastIn(const QImage& picture)
+{
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            ++counts[picture.pixel(x, y)];
+        }
+    }
+    QRgb ground = 0;
+    int most = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        if (it.value() > most) {
+            ground = it.key();
+            most = it.value();
+        }
+    }
+    std::vector<double> found;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        found.insert(found.end(), static_cast<std::size_t>(std::min(it.value(), 4)),
+                     contrast(it.key(), ground));
+    }
+    constexpr std::size_t rank = 3;
+    if (found.size() <= rank) {
+        return 1;
+    }
+    std::nth_element(found.begin(), found.begin() + rank, found.end(), std::greater<>());
+    return found[rank];
+}
+
+/// @return the contrast of what the widget shows, a frame of @p frame pixels left aside
+inline double contrastOf(QWidget& widget, int frame = 3)
+{
+    const QRect inner = widget.rect().adjusted(frame, frame, -frame, -frame);
+    return contrastIn(widget.grab(inner).toImage().convertToFormat(QImage::Format_RGB32));
+}
+
+inline QPalette darkPalette()
+{
+    QPalette dark(QColor(49, 54, 59), QColor(40, 44, 48));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::ToolTipText, QPalette::BrightText}) {
+        dark.setColor(role, QColor(239, 240, 241));
+        dark.setColor(QPalette::Disabled, role, QColor(120, 124, 128));
+    }
+    dark.setColor(QPalette::Base, QColor(35, 38, 41));
+    dark.setColor(QPalette::AlternateBase, QColor(49, 54, 59));
+    dark.setColor(QPalette::ToolTipBase, QColor(49, 54, 59));
+    dark.setColor(QPalette::Highlight, QColor(29, 99, 140));
+    dark.setColor(QPalette::HighlightedText, QColor(239, 240, 241));
+    return dark;
+}
+
+/// The palette of the application while it lives.
+class PaletteInForce
+{
+public:
+    explicit PaletteInForce(const QPalette& palette) : m_before(QApplication::palette())
+    {
+        QApplication::setPalette(palette);
+    }
+    ~PaletteInForce() { QApplication::setPalette(m_before); }
+    Q_DISABLE_COPY_MOVE(PaletteInForce)
+
+private:
+    QPalette m_before;
+};
+
+} // namespace kestrel::test
