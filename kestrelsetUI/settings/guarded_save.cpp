@@ -45,11 +45,11 @@ SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const QString& path)
     if (settings.status() == QSettings::NoError && isUnchanged) {
         return SaveOutcome::Complete;
     }
-    const Snapshot snapshot = snapshotOf(settings);
     QByteArray content;
-    if (inspectSettingsFile(path, &content) == FileState::Sound && holds(content, snapshot)) {
+    if (inspectSettingsFile(path, &content) == FileState::Sound && holds(content, settings)) {
         return isUnchanged ? SaveOutcome::InPlace : SaveOutcome::Complete;
     }
+    const Snapshot snapshot = snapshotOf(settings);
     if (held.restore()) {
         putBack(settings, snapshot);
     }

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 
+#include <array>
 #include <cstring>
 
 namespace kestrel {
@@ -34,6 +35,19 @@ inline bool isLineEnd(char c)
     return c == '\n' || c == '\r';
 }
 
+/// Whether a character can end or divide a line, or change what the next one means.
+inline bool hasMeaning(char c)
+{
+    static constexpr auto table = [] {
+        std::array<bool, 256> known{};
+        for (const char meaning : {'"', '\\', '\n', '\r', ';', '='}) {
+            known[static_cast<unsigned char>(meaning)] = true;
+        }
+        return known;
+    }();
+    return table[static_cast<unsigned char>(c)];
+}
+
 /// Cuts the file into lines: quotes may hold line ends, a backslash hides the character behind it,
 /// and a semicolon outside quotes begins a comment.
 class LineReader
@@ -59,6 +73,10 @@ public:
         line = {{at, at}, nullptr};
         bool inQuotes = false;
         for (; at < end; ++at) {
+            // Nearly all characters mean nothing here.
+            if (!hasMeaning(*at)) {
+                continue;
+            }
             if (*at == '"') {
                 inQuotes = !inQuotes;
             } else if (*at == '\\') {

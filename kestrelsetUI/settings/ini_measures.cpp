@@ -36,7 +36,7 @@ public:
         if (*line.text.begin == '[') {
             addGroup(line.text);
         } else if (line.equals != nullptr) {
-            addKey(unescapeKey(trimmed({line.text.begin, line.equals})));
+            addKey(trimmed({line.text.begin, line.equals}));
         }
     }
 
@@ -54,6 +54,18 @@ private:
         }
         bracket = std::find(bracket, end, ']');
         measures.nameWork += bracket - line.begin;
+    }
+
+    void addKey(Span text)
+    {
+        // Most keys are what they look like.
+        if (isEscaped(text) || std::find(text.begin, text.end, '/') != text.end) {
+            addKey(unescapeKey(text));
+            return;
+        }
+        const qint64 length = text.end - text.begin;
+        measures.longestName = std::max(measures.longestName, length);
+        measures.nameWork += (prefixLength + length) * (1 + prefixSlashes);
     }
 
     void addKey(const QString& key)

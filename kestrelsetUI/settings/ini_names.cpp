@@ -2,13 +2,23 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <cstring>
 
 namespace kestrel {
 
-QString unescapeKey(Span text)
+bool isEscaped(Span text)
 {
-    QString result;
+    const auto isSpecial = [](char c) { return c == '%' || c == '\\'; };
+    return std::any_of(text.begin, text.end, isSpecial);
+}
+
+void appendUnescaped(Span text, QString& result)
+{
+    if (!isEscaped(text)) {
+        result += QLatin1String(text.begin, static_cast<int>(text.end - text.begin));
+        return;
+    }
     for (const char* at = text.begin; at < text.end; ++at) {
         if (*at == '\\') {
             result += QLatin1Char('/');
@@ -28,6 +38,12 @@ QString unescapeKey(Span text)
         }
         result += QLatin1Char(*at);
     }
+}
+
+QString unescapeKey(Span text)
+{
+    QString result;
+    appendUnescaped(text, result);
     return result;
 }
 

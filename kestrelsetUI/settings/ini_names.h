@@ -11,6 +11,12 @@ namespace kestrel {
 /// @return @p text without white space at its ends.
 Span trimmed(Span text);
 
+/// @return whether unescapeKey() gives anything but the characters of @p text.
+bool isEscaped(Span text);
+
+/// Appends unescapeKey(text) to @p result.
+void appendUnescaped(Span text, QString& result);
+
 /// @return the name that stands in the file as @p text, percent escapes resolved.
 QString unescapeKey(Span text);
 

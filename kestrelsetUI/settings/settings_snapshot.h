@@ -21,8 +21,8 @@ Snapshot snapshotOf(const QSettings& settings);
 /// Tells @p settings every value of @p snapshot that can be told.
 void tellAll(QSettings& settings, const Snapshot& snapshot);
 
-/// Whether a file with the bytes @p content holds @p snapshot whole. Texts and numbers are
-/// compared; of other values only the lines are counted.
-bool holds(const QByteArray& content, const Snapshot& snapshot);
+/// Whether a file with the bytes @p content holds @p settings, which have no group open, whole.
+/// Texts and numbers are compared; of other values only the lines are counted.
+bool holds(const QByteArray& content, const QSettings& settings);
 
 } // namespace kestrel
