@@ -107,6 +107,13 @@ void MainWindow::buildActions()
         button->setPopupMode(QToolButton::InstantPopup);
     }
 
+    // A tool bar keeps its buttons from the Tab key.
+    for (QAction* const action : bar->actions()) {
+        if (!action->isSeparator() && bar->widgetForAction(action) != m_deviceBox) {
+            bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+        }
+    }
+
     connect(m_refreshAction, &QAction::triggered, this, [this] { findDevices(); });
     connect(m_settingsAction, &QAction::triggered, this, &MainWindow::showSettings);
     connect(m_scanAction, &QAction::triggered, this, &MainWindow::startScan);

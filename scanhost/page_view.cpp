@@ -54,7 +54,7 @@ void PageView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), palette().window());
     if (m_picture.isNull()) {
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
+        painter.setPen(palette().color(QPalette::WindowText));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
                          tr("还没有页面\n\n选择扫描仪，在“设置”中调整，然后点“扫描”"));
         return;

@@ -70,11 +70,14 @@ inline double contrastIn(const QImage& picture)
     return found[rank];
 }
 
-/// @return the contrast of what the widget shows, a frame of @p frame pixels left aside
+/// @return the contrast of what the widget shows on its ground, a frame of @p frame pixels aside
 inline double contrastOf(QWidget& widget, int frame = 3)
 {
+    QWidget& window = *widget.window();
     const QRect inner = widget.rect().adjusted(frame, frame, -frame, -frame);
-    return contrastIn(widget.grab(inner).toImage().convertToFormat(QImage::Format_RGB32));
+    const QPoint corner = widget.mapTo(&window, inner.topLeft());
+    return contrastIn(
+        window.grab({corner, inner.size()}).toImage().convertToFormat(QImage::Format_RGB32));
 }
 
 inline QPalette darkPalette()
