@@ -72,11 +72,6 @@ SaveOutcome saveHeld(QSettings& settings, const QString& path, const QByteArray&
     if (!held.isSafe()) {
         return SaveOutcome::Failed;
     }
-    if (!QFileInfo::exists(path)) {
-        // A file that somebody removed takes what was read from it along. Told beforehand, it comes
-        // back whole with the one write.
-        tellAll(settings, snapshotOf(settings));
-    }
     if (content.startsWith(byteOrderMark) && !writeWithoutMark(path, content)) {
         held.restore();
         return SaveOutcome::Failed;
@@ -87,7 +82,7 @@ SaveOutcome saveHeld(QSettings& settings, const QString& path, const QByteArray&
 
 } // namespace
 
-SaveOutcome saveGuarded(QSettings& settings, QDeadlineTimer deadline)
+SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline)
 {
     const QString path = settings.fileName();
     const QString directory = QFileInfo(path).absolutePath();
@@ -102,6 +97,11 @@ SaveOutcome saveGuarded(QSettings& settings, QDeadlineTimer deadline)
     QByteArray content;
     if (!makeSafeToRead(path, &content) || !canTakeToolkitLock(path, deadline)) {
         return SaveOutcome::Failed;
+    }
+    if (hadFile && !QFileInfo::exists(path)) {
+        // A file that somebody removed takes what was read from it along. Told beforehand, it comes
+        // back whole with the one write.
+        tellAll(settings, snapshotOf(settings));
     }
     return saveHeld(settings, path, content);
 }

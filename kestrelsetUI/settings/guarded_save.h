@@ -19,8 +19,10 @@ enum class SaveOutcome
 
 /// Writes what @p settings holds to its file and looks at the bytes on the disk afterwards.
 /// @param settings an object with no group open, on a file.
+/// @param hadFile whether the toolkit may take something for written: it comes back when somebody
+/// has removed the file.
 /// @param deadline until when to wait, in all, for others that save in the same folder.
-SaveOutcome saveGuarded(QSettings& settings, QDeadlineTimer deadline);
+SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline);
 
 /// Clears the way for the toolkit's reader: a refused file is moved aside.
 /// @param content receives the bytes of the file, if there is one to read; may be null.

@@ -29,7 +29,8 @@ Q_GLOBAL_STATIC(QVector<SettingsFile*>, openFiles)
 class SettingsFile : public QSettings
 {
 public:
-    explicit SettingsFile(const QString& path) : QSettings(path, QSettings::IniFormat)
+    explicit SettingsFile(const QString& path)
+        : QSettings(path, QSettings::IniFormat), hadFile(QFileInfo::exists(path))
     {
         if (!openFiles.isDestroyed()) {
             openFiles->append(this);
@@ -73,11 +74,14 @@ public:
             return false;
         }
         const FileSizeSignalBlocker blocker;
-        const SaveOutcome outcome = saveGuarded(*this, patience);
+        const SaveOutcome outcome = saveGuarded(*this, hadFile, patience);
         // One try for each call: what could not be written is not tried again with every turn of
         // the event loop.
         QCoreApplication::removePostedEvents(this, QEvent::UpdateRequest);
         isUnsaved = outcome != SaveOutcome::Complete;
+        if (outcome != SaveOutcome::Failed && QFileInfo::exists(fileName())) {
+            noteFile(fileName());
+        }
         return outcome != SaveOutcome::Failed;
     }
 
@@ -98,7 +102,19 @@ protected:
     }
 
 private:
+    // Objects on the same path share what is read and written.
+    static void noteFile(const QString& path)
+    {
+        if (openFiles.isDestroyed()) {
+            return;
+        }
+        for (SettingsFile* const file : qAsConst(*openFiles)) {
+            file->hadFile = file->hadFile || file->fileName() == path;
+        }
+    }
+
     int owners = 1;
+    bool hadFile;
     bool isAsked = false;
     bool isUnsaved = false; ///< a save failed, and the toolkit does not request it again
 };

@@ -3,6 +3,8 @@
 
 #include "settings_folder.h"
 
+#include <QCoreApplication>
+
 #include <array>
 
 #include <sys/inotify.h>
@@ -86,4 +88,21 @@ TEST(SettingsFileRemoved, StaysWithoutWhatWasRemovedFromIt)
     settings->remove(QStringLiteral("Office"));
     EXPECT_TRUE(saveSettings(*settings));
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\ncontrast=3\n");
+}
+
+TEST(SettingsFileRemoved, ComesBackWithWhatAnotherObjectHasSaved)
+{
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    const QCoreApplication application(argc, argv);
+    const SettingsFolder folder;
+    const SettingsHandle dialog = openSettings(folder.filePath());
+    const SettingsHandle manager = openSettings(folder.filePath());
+    manager->setValue(QStringLiteral("Office/source"), QStringLiteral("2"));
+    ASSERT_TRUE(saveSettings(*manager));
+    ASSERT_TRUE(QFile::remove(folder.filePath()));
+    dialog->setValue(keyA, QStringLiteral("12"));
+    EXPECT_TRUE(saveSettings(*dialog));
+    EXPECT_EQ(folder.bytes(), "[Office]\nsource=2\n\n[ScannerA]\nbrightness=12\n");
 }

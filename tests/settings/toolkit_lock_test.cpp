@@ -90,12 +90,12 @@ TEST(ToolkitLock, SaveWithoutTimeTriesEachLockOnce)
     {
         const DirectoryLock others(QFileInfo(folder.filePath()).path(), expired);
         ASSERT_TRUE(others.isHeld());
-        EXPECT_EQ(saveGuarded(*settings, expired), SaveOutcome::Failed);
+        EXPECT_EQ(saveGuarded(*settings, false, expired), SaveOutcome::Failed);
     }
     QLockFile lock(lockPathIn(folder));
     ASSERT_TRUE(lock.tryLock(0));
-    EXPECT_EQ(saveGuarded(*settings, expired), SaveOutcome::Failed);
+    EXPECT_EQ(saveGuarded(*settings, false, expired), SaveOutcome::Failed);
     lock.unlock();
-    EXPECT_EQ(saveGuarded(*settings, expired), SaveOutcome::Complete);
+    EXPECT_EQ(saveGuarded(*settings, false, expired), SaveOutcome::Complete);
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
 }
