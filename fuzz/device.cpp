@@ -185,8 +185,8 @@ private:
         auto* const box = dialog().findChild<PreviewBoxUI*>();
         for (const auto type :
              {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, QPointF(m_input.below(400), m_input.below(600)), Qt::LeftButton,
-                              Qt::LeftButton, Qt::NoModifier);
+            const QPointF at{1.0 * m_input.below(400), 1.0 * m_input.below(600)};
+            QMouseEvent event(type, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
             QApplication::sendEvent(box, &event);
         }
     }

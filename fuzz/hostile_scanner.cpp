@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using kestrel::test::CallKind;
@@ -21,6 +22,7 @@ constexpr int kMostReported = 600;
 // A frame beyond this is worth its time only once in a while.
 constexpr double kLargeFrame = 1 << 20;
 constexpr std::size_t kMostFrameBytes = 2000;
+constexpr int kMostSensible = 10'000; // pixels a row
 
 const std::vector<std::string>& texts()
 {
@@ -113,7 +115,7 @@ void change(Input& input, FakeOption& option)
         option.cap(static_cast<SANE_Int>(input.byte()));
         break;
     case 3:
-        option.range(input.integer(), input.integer(), input.integer());
+        std::apply([&option](auto... words) { option.range(words...); }, input.integers<3>());
         break;
     case 4:
         option.words(anyWords(input));
@@ -158,16 +160,23 @@ void misbehave(Input& input, FakeScanner& scanner, const std::string& name)
     case 1:
         scanner.hideCount();
         break;
-    case 2:
-        scanner.failNth(anyKind(input), input.below(400) + 1, anyStatus(input));
+    case 2: {
+        const int which = input.below(400) + 1;
+        const CallKind kind = anyKind(input);
+        scanner.failNth(kind, which, anyStatus(input));
         break;
-    case 3:
-        scanner.failAllAfter(input.below(2000), anyStatus(input));
+    }
+    case 3: {
+        const int calls = input.below(2000);
+        scanner.failAllAfter(calls, anyStatus(input));
         break;
+    }
     case 4:
-    case 5:
-        scanner.failOption(anyKind(input), name, anyStatus(input));
+    case 5: {
+        const CallKind kind = anyKind(input);
+        scanner.failOption(kind, name, anyStatus(input));
         break;
+    }
     default: { // setting one option moves the limits of another
         const SANE_Word min = input.integer();
         const SANE_Word max = input.integer();
@@ -222,7 +231,7 @@ FakeScanner hostileScanner(Input& input)
             scanner.remove(name);
         }
     }
-    // A frame announces itself in more words than it needs.
+    // A driver may also be wrong about how much it has read.
     readLie() = {input.byte() % 16 == 0, input.integer()};
     for (int frames = input.below(3); frames > 0; --frames) {
         addFrame(input, scanner);
@@ -239,6 +248,10 @@ void addFrame(Input& input, FakeScanner& scanner)
     parameters.last_frame = input.byte();
     parameters.bytes_per_line = length();
     parameters.pixels_per_line = length();
+    if (input.flag() && parameters.pixels_per_line > -kMostSensible &&
+        parameters.pixels_per_line < kMostSensible) {
+        parameters.bytes_per_line = 3 * parameters.pixels_per_line + input.below(8);
+    }
     parameters.lines = length();
     parameters.depth = input.flag() ? 8 : input.flag() ? 1 : input.integer();
     const double announced = 1.0 * parameters.bytes_per_line * parameters.lines;

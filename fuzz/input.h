@@ -3,6 +3,7 @@
 /// or empty, so that every input is a valid one.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -28,6 +29,26 @@ public:
     int integer();
     /// @return any double, with a liking for lengths, huge numbers and those that are none
     double real();
+    // Arguments of a call are worked out in any order: several numbers are taken by these, or in
+    // braces.
+    template <std::size_t Count>
+    std::array<int, Count> integers()
+    {
+        std::array<int, Count> values{};
+        for (int& value : values) {
+            value = integer();
+        }
+        return values;
+    }
+    template <std::size_t Count>
+    std::array<double, Count> reals()
+    {
+        std::array<double, Count> values{};
+        for (double& value : values) {
+            value = real();
+        }
+        return values;
+    }
     /// @return up to @p most bytes; how many is in the input
     std::string text(std::size_t most);
     /// @return everything that is left

@@ -2,16 +2,17 @@
 // rectangle, and one that was begun on the picture never leaves it.
 #include "bench.h"
 #include "input.h"
+#include "preview_input.h"
 #include "widgets/preview_box.h"
 
 #include <QFocusEvent>
 #include <QImage>
 #include <QLinearGradient>
-#include <QPainter>
 #include <QRegion>
 
 #include <array>
 #include <memory>
+#include <tuple>
 
 using namespace kestrel::fuzz;
 using kestrel::SelectionState;
@@ -67,36 +68,7 @@ private:
         (this->*kActs.at(static_cast<std::size_t>(m_input.below(kActs.size()))))();
     }
 
-    QPointF point()
-    {
-        switch (m_input.byte() % 4) {
-        case 0:
-            return {m_input.real(), m_input.real()};
-        case 1: { // around the selection, where the handles are
-            const QRect rect = selected();
-            const std::array<QPoint, 4> corners = {rect.topLeft(), rect.topRight(),
-                                                   rect.bottomLeft(), rect.bottomRight()};
-            const QPoint corner = corners.at(static_cast<std::size_t>(m_input.below(4)));
-            return {corner.x() + m_input.below(24) - 12.0, corner.y() + m_input.below(24) - 12.0};
-        }
-        default:
-            return {m_input.below(440) - 20.5, m_input.below(640) - 20.0};
-        }
-    }
-
-    Qt::MouseButton button()
-    {
-        switch (m_input.byte() % 8) {
-        case 0:
-            return Qt::RightButton;
-        case 1:
-            return Qt::MiddleButton;
-        case 2:
-            return static_cast<Qt::MouseButton>(1U << static_cast<unsigned>(m_input.below(27)));
-        default:
-            return Qt::LeftButton;
-        }
-    }
+    QPointF point() { return anyPoint(m_input, selected()); }
 
     void press()
     {
@@ -105,7 +77,7 @@ private:
         const bool wasIdle = isIdle();
         const bool wasDrawing = selection().state() == SelectionState::Drawing;
         const bool wasInside = selection().contains(rounded);
-        m_box->press(at, button());
+        m_box->press(at, anyButton(m_input));
         // A second button inside does not begin anew. What is at the origin while nothing is
         // selected can be moved, where the picture has no scale.
         const bool begins = selection().state() == SelectionState::Drawing && !wasDrawing;
@@ -122,7 +94,7 @@ private:
                     "another selection is announced than there is");
         }
     }
-    void release() { m_box->release(point(), button()); }
+    void release() { m_box->release(point(), anyButton(m_input)); }
 
     void key()
     {
@@ -162,21 +134,14 @@ private:
 
     void picture()
     {
-        static const std::vector<QImage::Format> kFormats = {
-            QImage::Format_RGB32, QImage::Format_ARGB32,  QImage::Format_ARGB32_Premultiplied,
-            QImage::Format_Mono,  QImage::Format_RGB888,  QImage::Format_Grayscale8,
-            QImage::Format_RGB16, QImage::Format_Indexed8};
-        const QSize size = m_input.flag() ? QSize(m_input.below(64), m_input.below(96))
-                                          : QSize(m_input.below(2000), m_input.below(6));
-        QImage image(size, m_input.pick(kFormats));
-        image.fill(m_input.word());
+        QImage image = anyPicture(m_input);
         const double height = m_input.flag() ? m_input.below(400) : m_input.real();
         const int standard = m_input.flag() ? m_input.below(80) : m_input.integer();
         if (m_input.flag()) {
             m_box->setMaxHeightAndStandrad(static_cast<float>(height), standard);
         }
         const double shownHeight = m_box->standard * (m_box->maximumHeight / 20.0);
-        const double shownWidth = shownHeight / size.height() * size.width();
+        const double shownWidth = shownHeight / image.height() * image.width();
         if (!(shownWidth * shownHeight < kLargePicture) && tooManyLarge()) {
             return;
         }
@@ -225,14 +190,14 @@ private:
         switch (m_input.byte() % 3) {
         case 0:
             m_onPicture = false;
-            m_box->setRect(m_input.real(), m_input.real(), m_input.real(), m_input.real());
+            std::apply([this](auto... mm) { m_box->setRect(mm...); }, m_input.reals<4>());
             break;
         case 1:
-            m_box->setMoveRect(m_input.real(), m_input.real());
+            std::apply([this](auto... mm) { m_box->setMoveRect(mm...); }, m_input.reals<2>());
             break;
         default:
             m_onPicture = false;
-            m_box->setSelectedRect(m_input.real(), m_input.real());
+            std::apply([this](auto... mm) { m_box->setSelectedRect(mm...); }, m_input.reals<2>());
         }
     }
 
@@ -249,7 +214,7 @@ private:
             m_box->AdjustContrast(m_input.integer());
             break;
         case 2:
-            m_box->setimage_pix(m_input.integer(), m_input.integer());
+            std::apply([this](auto... by) { m_box->setimage_pix(by...); }, m_input.integers<2>());
             break;
         case 3:
             m_box->setRipewhiteEnable(m_input.integer());
@@ -267,7 +232,7 @@ private:
     {
         switch (m_input.byte() % 4) {
         case 0:
-            m_box->resize(m_input.below(700), m_input.below(700));
+            m_box->resize(QSize{m_input.below(700), m_input.below(700)});
             break;
         case 1:
             m_window.setVisible(m_input.flag());
@@ -285,8 +250,8 @@ private:
 
     void ask()
     {
-        const QPoint a(m_input.integer(), m_input.integer());
-        const QPoint b(m_input.integer(), m_input.integer());
+        const QPoint a{m_input.integer(), m_input.integer()};
+        const QPoint b{m_input.integer(), m_input.integer()};
         const QRect between = m_box->getRect(a, b);
         require(between.left() <= a.x() && between.top() <= a.y(), "a corner is left out");
         switch (m_input.byte() % 6) {

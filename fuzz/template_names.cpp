@@ -39,7 +39,8 @@ QString anyName(Input& input)
     case 1: {
         QString units;
         for (int count = input.below(32); count > 0; --count) {
-            units += QChar(static_cast<ushort>(input.byte() << 8U | input.byte()));
+            const auto high = static_cast<unsigned>(input.byte()) << 8U;
+            units += QChar(static_cast<ushort>(high | input.byte()));
         }
         return units;
     }
@@ -56,9 +57,13 @@ public:
     {
         m_answers.whenDialogOpens([this](QDialog& dialog) { typeName(dialog); });
         if (m_input.flag()) { // a list that somebody has written
-            const QString list =
-                m_input.flag() ? QString::fromUtf8(QByteArray::fromStdString(m_input.text(200)))
-                               : anyName(m_input) + QLatin1Char(';') + anyName(m_input);
+            QString list;
+            if (m_input.flag()) {
+                list = QString::fromUtf8(QByteArray::fromStdString(m_input.text(200)));
+            } else {
+                list = anyName(m_input) + QLatin1Char(';');
+                list += anyName(m_input);
+            }
             QSettings settings(file(), QSettings::IniFormat);
             settings.setValue(QStringLiteral("UserTemplates/usertemplate"), list);
         } else if (m_input.flag()) {
