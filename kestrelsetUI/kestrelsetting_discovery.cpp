@@ -6,6 +6,7 @@
 #include "rules/side_mode.h"
 #include "scanner/sane_device.h"
 #include "scanner/value_tables.h"
+#include "system/signal_blocker.h"
 #include "ui_kestrelsetting.h"
 
 #include <QDebug>
@@ -562,6 +563,7 @@ int KestrelSettingUI::GetOptionByName()
     if (sane_handle == nullptr) {
         return 0;
     }
+    const SignalBlocker noBrokenPipe(SIGPIPE);
     Discovery discovery(*this);
     discovery.startAfresh();
     showScannerInfo();

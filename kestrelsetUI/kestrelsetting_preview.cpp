@@ -6,6 +6,7 @@
 #include "scanner/frame_reader.h"
 #include "scanner/status_text.h"
 #include "scanner/value_tables.h"
+#include "system/signal_blocker.h"
 #include "ui_kestrelsetting.h"
 
 #include <QDebug>
@@ -169,6 +170,7 @@ void KestrelSettingUI::scan_error(SANE_Status status)
     const QPointer<KestrelSettingUI> alive(this);
     QMessageBox::critical(nullptr, QStringLiteral("提示"), QString::fromUtf8(message));
     if (!alive.isNull()) {
+        const SignalBlocker noBrokenPipe(SIGPIPE);
         sane_cancel(sane_handle);
     }
 }
@@ -205,6 +207,7 @@ void KestrelSettingUI::on_preview_clicked()
 SANE_Status KestrelSettingUI::scanPreview()
 {
     const WaitCursor cursor;
+    const SignalBlocker noBrokenPipe(SIGPIPE);
     setParamForPreview();
     // A call may let the host run events, to ask for a password: who was bound and alive before it
     // need not be afterwards.

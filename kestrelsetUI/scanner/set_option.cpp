@@ -1,4 +1,5 @@
 #include "scanner/sane_device.h"
+#include "system/signal_blocker.h"
 
 #include <algorithm>
 #include <charconv>
@@ -62,6 +63,7 @@ SANE_Status setOptionByName(SANE_Handle handle, const char* name, const char* va
     if (handle == nullptr) {
         return SANE_STATUS_GOOD;
     }
+    const SignalBlocker noBrokenPipe(SIGPIPE);
     const SaneDevice device(handle);
     const auto count = device.optionCount();
     if (count.option == nullptr || count.value <= 0) {

@@ -3,22 +3,48 @@
 #include "reliability/session.h"
 #include "support/host.h"
 
-#include <QTemporaryDir>
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 #include <sane/sane.h>
 #include <sane/saneopts.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
+
+#include <unistd.h>
 
 using namespace kestrel::test;
 
 namespace {
+
+/// Waits until every other thread sleeps or is gone.
+void waitForOtherThreads()
+{
+    const auto sleeps = [](const QString& thread) {
+        QFile stat(QStringLiteral("/proc/self/task/%1/stat").arg(thread));
+        if (!stat.open(QIODevice::ReadOnly)) {
+            return true;
+        }
+        const QByteArray text = stat.readAll();
+        return text.mid(text.lastIndexOf(')') + 2, 1) != "R";
+    };
+    const QDir threads(QStringLiteral("/proc/self/task"));
+    const QString own = QString::number(gettid());
+    const auto allSleep = [&] {
+        const QStringList names = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return std::all_of(names.begin(), names.end(),
+                           [&](const QString& name) { return name == own || sleeps(name); });
+    };
+    while (!allSleep()) {
+        std::this_thread::yield();
+    }
+}
 
 using Choice = std::pair<std::string, std::string>;
 
@@ -115,6 +141,18 @@ protected:
 };
 
 } // namespace
+
+// The backend ends its reading thread wherever that is; within an allocation it would leave the
+// allocator locked.
+extern "C" {
+void __real_sane_cancel(SANE_Handle handle);
+
+void __wrap_sane_cancel(SANE_Handle handle)
+{
+    waitForOtherThreads();
+    __real_sane_cancel(handle);
+}
+}
 
 TEST_F(SaneTestBackend, EveryStatusThatReadingCanAnswer)
 {
