@@ -92,8 +92,13 @@ bool Table::print(const Row& row) const
     const double measured = median(row.job);
     const bool hasRival = !row.limit.rival.empty();
     const double rival = hasRival ? median(row.limit.rival) : 0.0;
-    const double limit = rival * row.limit.factor + row.limit.plus;
-    const bool isLimited = hasRival || limit > 0.0;
+    const double factor = row.limit.small.empty()
+                              ? row.limit.factor
+                              : median(row.limit.large) / median(row.limit.small);
+    const double limit = rival * factor + row.limit.plus;
+    // Also without a time of the rival: then the row is a miss.
+    const bool isLimited =
+        row.limit.factor > 0.0 || row.limit.plus > 0.0 || !row.limit.small.empty();
     const char* verdict = "";
     bool good = !std::isnan(measured);
     if (isLimited) {

@@ -16,6 +16,8 @@ struct Limit
     std::string rival;   ///< benchmark that the limit is a multiple of; empty: none
     double factor = 0.0; ///< how many times the rival
     double plus = 0.0;   ///< added to that; alone the limit of a row without rival
+    std::string small;   ///< the factor is how much longer `large` takes than this one;
+    std::string large;   ///< empty: it is `factor`
 };
 
 /// A row without limit: what its time grows from.
@@ -23,15 +25,26 @@ inline Limit noLimit()
 {
     return {};
 }
+/// A row to compare, without limit.
+inline Limit justBeside(const std::string& rival)
+{
+    return {rival, 0.0, 0.0, {}, {}};
+}
 /// At most so many milliseconds.
 inline Limit atMost(double milliseconds)
 {
-    return {{}, 0.0, milliseconds};
+    return {{}, 0.0, milliseconds, {}, {}};
 }
 /// At most @p factor times the rival, and @p plus milliseconds.
 inline Limit against(const std::string& rival, double factor, double plus = 0.0)
 {
-    return {rival, factor, plus};
+    return {rival, factor, plus, {}, {}};
+}
+/// Grows from @p rival on no more than another job does from @p small to @p large.
+inline Limit growingLike(const std::string& rival, const std::string& small,
+                         const std::string& large)
+{
+    return {rival, 0.0, 0.0, small, large};
 }
 
 struct Row

@@ -154,10 +154,10 @@ void addTemplatesRows(Table& table)
               against("pickTemplate/100", kGrowth));
     table.add("removing a template, 100", "removeTemplate/100",
               against("bareRemoving/100", 1.25, 5.0));
-    table.add("removing a template, 1,000", "removeTemplate/1000",
-              against("bareRemoving/1000", 1.25, 5.0));
+    table.add("removing a template, 1,000, rival unchecked", "removeTemplate/1000",
+              justBeside("bareRemoving/1000"));
     table.add("removing a template, 1,000 against 100", "removeTemplate/1000",
-              against("removeTemplate/100", kGrowth));
+              growingLike("removeTemplate/100", "bareCheckedSaving/100", "bareCheckedSaving/1000"));
 }
 
 } // namespace kestrel::bench
