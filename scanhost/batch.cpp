@@ -114,7 +114,7 @@ int runBatch(const CommandLine& line, QTextStream& out, QTextStream& err)
     const SANE_Status opened = device.open(*info);
     if (opened != SANE_STATUS_GOOD) {
         err << batchText(QT_TRANSLATE_NOOP("Batch", "无法打开 %1：%2"))
-                   .arg(info->title(), statusText(opened))
+                   .arg(info->title(), openStatusText(opened))
             << '\n';
         return exitFailed;
     }

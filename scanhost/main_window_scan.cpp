@@ -81,7 +81,7 @@ void MainWindow::openDevice(const ScannerInfo& info)
         m_messages->showMessage({});
     } else {
         setWindowTitle(tr("扫描"));
-        m_messages->showMessage(tr("无法打开 %1：%2").arg(chosen.title(), statusText(status)));
+        m_messages->showMessage(tr("无法打开 %1：%2").arg(chosen.title(), openStatusText(status)));
     }
     updateActions();
 }
@@ -92,7 +92,7 @@ bool MainWindow::reopenDevice()
     const SANE_Status status = m_device.open(ScannerInfo(m_device.info()));
     if (status != SANE_STATUS_GOOD) {
         m_messages->showMessage(
-            tr("无法打开 %1：%2").arg(m_device.info().title(), statusText(status)));
+            tr("无法打开 %1：%2").arg(m_device.info().title(), openStatusText(status)));
         return false;
     }
     // The same scanner: the dialog keeps its settings and only gets the new handle.

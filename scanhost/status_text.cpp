@@ -44,6 +44,14 @@ QString statusText(SANE_Status status)
         .arg(static_cast<int>(status));
 }
 
+QString openStatusText(SANE_Status status)
+{
+    // No settings have been made yet; what libsane does not accept is the name.
+    return status == SANE_STATUS_INVAL
+               ? QCoreApplication::translate("StatusText", "没有这台扫描仪，或者它已断开")
+               : statusText(status);
+}
+
 bool meansDeviceLost(SANE_Status status)
 {
     return status == SANE_STATUS_IO_ERROR || status == SANE_STATUS_INVAL;

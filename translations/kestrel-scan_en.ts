@@ -240,6 +240,10 @@
         <source>扫描仪报告未知状态（%1）</source>
         <translation>The scanner reports an unknown status (%1)</translation>
     </message>
+    <message>
+        <source>没有这台扫描仪，或者它已断开</source>
+        <translation>There is no such scanner, or it is unplugged</translation>
+    </message>
 </context>
 <context>
     <name>kestrel::MainWindow</name>

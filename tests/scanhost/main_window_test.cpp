@@ -238,6 +238,14 @@ TEST_F(Window, ScannerThatIsGoneIsSaidAndNothingHangs)
     EXPECT_TRUE(action("refresh")->isEnabled());
 }
 
+TEST_F(Window, NameThatNoScannerHasIsCalledSo)
+{
+    open(feeder, "kestrel_adv:nobody");
+    EXPECT_EQ(m_window->message(),
+              QStringLiteral("无法打开 kestrel_adv:nobody：没有这台扫描仪，或者它已断开"));
+    EXPECT_FALSE(m_window->hasDevice());
+}
+
 TEST_F(Window, CancelEndsTheScanWithinThePage)
 {
     open(feeder + "read-delay-ms = 20\nshort-reads = 2000\n");
