@@ -27,6 +27,13 @@ void removeUnsignedLock(const QString& lockPath)
     }
 }
 
+// The toolkit removes an ended process's lock under a second one, which can be left over as well.
+void removeUnsignedLocks(const QString& lockPath)
+{
+    removeUnsignedLock(lockPath);
+    removeUnsignedLock(lockPath + QLatin1String(".rmlock"));
+}
+
 bool isSignedByThisProcess(const QString& lockPath)
 {
     qint64 process = 0;
@@ -46,14 +53,14 @@ bool canTakeToolkitLock(const QString& path, QDeadlineTimer deadline)
     if (inTheWay.isSymLink() || (inTheWay.exists() && !inTheWay.isFile())) {
         return false;
     }
-    removeUnsignedLock(lockPath);
+    removeUnsignedLocks(lockPath);
     QLockFile probe(lockPath);
     while (!probe.tryLock(
         static_cast<int>(std::min<qint64>(pollTime.count(), deadline.remainingTime())))) {
         if (probe.error() != QLockFile::LockFailedError || deadline.hasExpired()) {
             return false;
         }
-        removeUnsignedLock(lockPath);
+        removeUnsignedLocks(lockPath);
     }
     probe.unlock();
     // A disk that has just become read-only keeps what was to be removed.

@@ -82,6 +82,21 @@ TEST(ToolkitLock, ThatOfAnEndedProcessIsTaken)
     EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
 }
 
+TEST(ToolkitLock, ProcessThatEndedWhileItRemovedALockBlocksNobody)
+{
+    const SettingsFolder folder;
+    inChildProcess([&folder] {
+        auto* const lock = new QLockFile(lockPathIn(folder));
+        EXPECT_TRUE(lock->tryLock(0));
+    });
+    QFile second(lockPathIn(folder) + QStringLiteral(".rmlock"));
+    ASSERT_TRUE(second.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(second.setFileTime(QDateTime::currentDateTime().addSecs(-2),
+                                   QFileDevice::FileModificationTime));
+    second.close();
+    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
+}
+
 TEST(ToolkitLock, SaveWithoutTimeTriesEachLockOnce)
 {
     const SettingsFolder folder;
