@@ -157,7 +157,7 @@ void addTemplatesRows(Table& table)
     table.add("removing a template, 1,000, rival unchecked", "removeTemplate/1000",
               justBeside("bareRemoving/1000"));
     table.add("removing a template, 1,000 against 100", "removeTemplate/1000",
-              growingLike("removeTemplate/100", "bareCheckedSaving/100", "bareCheckedSaving/1000"));
+              against("removeTemplate/100", kTenfoldKeys));
 }
 
 } // namespace kestrel::bench
