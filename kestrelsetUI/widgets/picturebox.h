@@ -148,7 +148,7 @@ protected:
 private:
     void pictureChanged();
     void showAdjusted(int addedBrightness, int addedContrast);
-    void remakeShown();
+    Q_DECL_HIDDEN void remakeShown();
     void buildShown(const QImage& picture, bool resample);
     void zoomTo(double newScale);
     void setScaledSize(bool turned);
