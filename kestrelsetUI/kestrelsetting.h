@@ -406,6 +406,7 @@ private:
     Q_DECL_HIDDEN QString settingText(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN QString textToStore(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN void loadSetting(const kestrel::Setting& setting, const QString& text);
+    Q_DECL_HIDDEN void loadGroup(const QString& group);
     Q_DECL_HIDDEN void loadSideMode(kestrel::SideMode mask);
     Q_DECL_HIDDEN void mendSideMode(const StoredSetting& first);
     Q_DECL_HIDDEN void mendBounded(const std::vector<StoredSetting>& stored);

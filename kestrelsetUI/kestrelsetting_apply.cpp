@@ -6,6 +6,7 @@
 #include "scanner/value_tables.h"
 #include "ui_kestrelsetting.h"
 
+#include <new>
 #include <utility>
 
 using namespace kestrel;
@@ -64,7 +65,11 @@ QString customResolutionNumber(const QString& text)
 
 unsigned int KestrelSettingUI::kst_SetParam(const char* name, const char* value)
 {
-    return setOptionByName(sane_handle, name, value, gamma_table);
+    try {
+        return setOptionByName(sane_handle, name, value, gamma_table);
+    } catch (const std::bad_alloc&) {
+        return SANE_STATUS_NO_MEM;
+    }
 }
 
 bool KestrelSettingUI::SetupGammaTable1(int* table, double gamma)

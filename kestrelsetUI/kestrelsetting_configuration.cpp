@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -291,10 +292,23 @@ void KestrelSettingUI::loadConfig(QString group)
     if (settings == nullptr) {
         return;
     }
+    // While the controls hold half of a group, without the memory for the rest, OK stores nothing.
+    const bool loaded_before = std::exchange(configuration_loaded, false);
+    try {
+        loadGroup(group);
+        configuration_loaded = configuration_loaded || loaded_before;
+    } catch (const std::bad_alloc&) { // no exception passes through the toolkit
+    }
+}
+
+void KestrelSettingUI::loadGroup(const QString& group)
+{
     // Everything is read before a control is touched: some of them load a group themselves.
+    const auto order = readOrder();
     std::vector<StoredSetting> stored;
+    stored.reserve(order.size());
     settings->beginGroup(groupName(group));
-    for (const auto* const setting : readOrder()) {
+    for (const auto* const setting : order) {
         const auto value = settings->value(QString::fromLatin1(setting->key));
         // An empty text says nothing, but for the custom resolution: there is none.
         if (value.isValid() &&

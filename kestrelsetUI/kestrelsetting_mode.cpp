@@ -1,6 +1,7 @@
 // Image modes of both sides, colour detection, binarisation, gamma, colour dropout.
 #include "kestrelsetting.h"
 
+#include "out_of_memory.h"
 #include "rules/gamma.h"
 #include "ui_kestrelsetting.h"
 
@@ -67,15 +68,18 @@ void KestrelSettingUI::setMultistream(int id)
     if (!mode) {
         return;
     }
-    const auto* const container = sideOf(*mode) == Side::Front ? ui->front_widget : ui->rear_widget;
-    const auto outcome =
-        kestrel::setMultistream({*mode, multistream_mask, boxes(*ui), container->isEnabled(),
-                                 currentSource() == ScanSource::Automatic});
-    multistream_mask = outcome.mask;
-    if (outcome.imageButton) {
-        imageButton(*ui, *outcome.imageButton)->setChecked(true);
-    }
-    setBoxes(*ui, outcome.boxes);
+    unlessOutOfMemory([&] {
+        const auto* const container =
+            sideOf(*mode) == Side::Front ? ui->front_widget : ui->rear_widget;
+        const auto outcome =
+            kestrel::setMultistream({*mode, multistream_mask, boxes(*ui), container->isEnabled(),
+                                     currentSource() == ScanSource::Automatic});
+        multistream_mask = outcome.mask;
+        if (outcome.imageButton) {
+            imageButton(*ui, *outcome.imageButton)->setChecked(true);
+        }
+        setBoxes(*ui, outcome.boxes);
+    });
 }
 
 void KestrelSettingUI::on_color_detection_image_front_toggled(bool on)
@@ -96,17 +100,19 @@ void KestrelSettingUI::color_detection_image()
                                 ui->color_detection_image_back->isChecked())) {
         ui->color_detection_image_front->setChecked(true);
     }
-    const auto outcome =
-        detectionRule(ui->color_detection_image_front->isChecked(),
-                      ui->color_detection_image_back->isChecked(), multistream_mask);
-    setTabEnabled(ui->tabWidget, kDropoutTab, outcome.dropoutTab);
-    setTabEnabled(ui->tabWidget, kDetectionTab, outcome.detectionTab);
-    ui->groupBox_front_autodetection->setEnabled(outcome.frontGroup);
-    ui->groupBox_back_autodetection->setEnabled(outcome.backGroup);
-    ui->front_widget->setEnabled(outcome.sideContainers);
-    ui->rear_widget->setEnabled(outcome.sideContainers);
-    (outcome.panelsOff ? ui->test_button : ui->color_front_image)->setChecked(true);
-    setBoxes(*ui, outcome.boxes);
+    unlessOutOfMemory([&] {
+        const auto outcome =
+            detectionRule(ui->color_detection_image_front->isChecked(),
+                          ui->color_detection_image_back->isChecked(), multistream_mask);
+        setTabEnabled(ui->tabWidget, kDropoutTab, outcome.dropoutTab);
+        setTabEnabled(ui->tabWidget, kDetectionTab, outcome.detectionTab);
+        ui->groupBox_front_autodetection->setEnabled(outcome.frontGroup);
+        ui->groupBox_back_autodetection->setEnabled(outcome.backGroup);
+        ui->front_widget->setEnabled(outcome.sideContainers);
+        ui->rear_widget->setEnabled(outcome.sideContainers);
+        (outcome.panelsOff ? ui->test_button : ui->color_front_image)->setChecked(true);
+        setBoxes(*ui, outcome.boxes);
+    });
 }
 
 void KestrelSettingUI::on_binarization_currentIndexChanged(int index)

@@ -1,6 +1,7 @@
 // Paper size, orientation and the four fields of the scan area.
 #include "kestrelsetting.h"
 
+#include "out_of_memory.h"
 #include "rules/scan_range.h"
 #include "ui_kestrelsetting.h"
 
@@ -81,38 +82,40 @@ void KestrelSettingUI::write(const std::vector<RangeWrite>& writes)
 void KestrelSettingUI::on_scanrange_setting_currentIndexChanged(int /*index*/)
 {
     updating = true;
-    write(paperChosen(scanRange(), scanAreaFromText(ui->scanrange_setting->currentText())));
+    unlessOutOfMemory([&] {
+        write(paperChosen(scanRange(), scanAreaFromText(ui->scanrange_setting->currentText())));
+    });
     updating = false;
 }
 
 void KestrelSettingUI::testGroup(int id)
 {
     updating = true;
-    write(orientationClicked(scanRange(), id));
+    unlessOutOfMemory([&] { write(orientationClicked(scanRange(), id)); });
     updating = false;
 }
 
 void KestrelSettingUI::on_center_alignment_toggled(bool on)
 {
-    write(centreAlignmentToggled(scanRange(), on));
+    unlessOutOfMemory([&] { write(centreAlignmentToggled(scanRange(), on)); });
 }
 
 void KestrelSettingUI::on_tl_x_valueChanged(double v)
 {
-    write(leftEdited(scanRange(), v));
+    unlessOutOfMemory([&] { write(leftEdited(scanRange(), v)); });
 }
 
 void KestrelSettingUI::on_tl_y_valueChanged(double v)
 {
-    write(topEdited(scanRange(), v));
+    unlessOutOfMemory([&] { write(topEdited(scanRange(), v)); });
 }
 
 void KestrelSettingUI::on_br_x_valueChanged(double v)
 {
-    write(widthEdited(scanRange(), v, updating));
+    unlessOutOfMemory([&] { write(widthEdited(scanRange(), v, updating)); });
 }
 
 void KestrelSettingUI::on_br_y_valueChanged(double v)
 {
-    write(heightEdited(scanRange(), v, updating));
+    unlessOutOfMemory([&] { write(heightEdited(scanRange(), v, updating)); });
 }

@@ -13,6 +13,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <new>
 
 namespace kestrel {
 
@@ -74,7 +75,11 @@ public:
             return false;
         }
         const FileSizeSignalBlocker blocker;
-        const SaveOutcome outcome = saveGuarded(*this, hadFile, patience);
+        SaveOutcome outcome = SaveOutcome::Failed;
+        try {
+            outcome = saveGuarded(*this, hadFile, patience);
+        } catch (const std::bad_alloc&) { // as good as no room on the disk
+        }
         // One try for each call: what could not be written is not tried again with every turn of
         // the event loop.
         QCoreApplication::removePostedEvents(this, QEvent::UpdateRequest);
