@@ -91,6 +91,23 @@ TEST_F(Information, ABoundDialogShowsComputerSerialAndCounters)
     EXPECT_EQ(information(), dialog().system_text + dialog().serial_text + dialog().counter_text);
 }
 
+TEST_F(Information, TheVendorAndTheProductStandFirstWhateverFollows)
+{
+    FakeScanner scanner = fullScanner();
+    for (const char* const text : {"638:2b1f:7", "638:2b1f:", "638:2b1f:::x"}) {
+        scanner.option("device-info").string(text);
+        bind(scanner);
+        EXPECT_TRUE(
+            dialog().counter_text.startsWith(QStringLiteral("VID/PID   :    0x638/0x2b1f\n")))
+            << text;
+    }
+    for (const char* const text : {"638", ""}) {
+        scanner.option("device-info").string(text);
+        bind(scanner);
+        EXPECT_FALSE(dialog().counter_text.contains(QStringLiteral("VID"))) << text;
+    }
+}
+
 TEST_F(Information, ASecondBindingDoesNotRepeatTheComputer)
 {
     FakeScanner scanner = fullScanner();

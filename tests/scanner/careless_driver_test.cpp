@@ -25,6 +25,7 @@ struct Driver
     SANE_Int lines = 4;              ///< of 10 bytes each
     std::vector<SANE_Int> overcount; ///< for each read: bytes counted beyond those asked for
     int reads = 0;
+    std::vector<SANE_Byte> taken; ///< what a set was given, twice the size of a text
 };
 
 Driver& driverOf(SANE_Handle handle)
@@ -53,8 +54,10 @@ const SANE_Option_Descriptor* sane_get_option_descriptor(SANE_Handle /*handle*/,
 SANE_Status sane_control_option(SANE_Handle handle, SANE_Int /*index*/, SANE_Action action,
                                 void* value, SANE_Int* /*info*/)
 {
-    if (action != SANE_ACTION_GET_VALUE) {
-        return SANE_STATUS_UNSUPPORTED;
+    if (action == SANE_ACTION_SET_VALUE) {
+        const auto* const bytes = static_cast<const SANE_Byte*>(value);
+        driverOf(handle).taken.assign(bytes, bytes + 2 * kestrel::kStringValueSize);
+        return SANE_STATUS_GOOD;
     }
     const auto& bytes = driverOf(handle).value;
     std::copy(bytes.begin(), bytes.end(), static_cast<SANE_Byte*>(value));
@@ -104,6 +107,19 @@ TEST(CarelessDriver, ATextWithoutATerminatorEndsWithTheRoomForIt)
     const auto read = SaneDevice(&driver).readText(1, option(SANE_TYPE_STRING, 8));
     ASSERT_TRUE(read);
     EXPECT_EQ(read->size(), static_cast<int>(8 + kSlack));
+}
+
+// A text of the full 64 bytes has no terminator; a driver that looks for one must meet it.
+TEST(CarelessDriver, BehindATextAreZeroesAndNothingElse)
+{
+    for (const SANE_Int size : {0, 4, 64}) {
+        const std::string text(kestrel::kStringValueSize, 't');
+        Driver driver;
+        EXPECT_EQ(SaneDevice(&driver).writeText(1, text.c_str(), size), SANE_STATUS_GOOD);
+        std::vector<SANE_Byte> expected(text.begin(), text.end());
+        expected.resize(2 * text.size(), 0);
+        EXPECT_EQ(driver.taken, expected) << size;
+    }
 }
 
 TEST(CarelessDriver, AReadThatCountsMoreThanItWasAskedForEndsTheFrame)

@@ -57,6 +57,22 @@ TEST(Limits, ThereAreNoneWithoutAUsableConstraint)
     EXPECT_FALSE(kestrel::wordRange(describe(strings)));
 }
 
+TEST(Limits, AnAbsurdlyLongWordListHasNone)
+{
+    std::vector<SANE_Word> words(kestrel::kMaxOptionSize + 2, 3);
+    SANE_Option_Descriptor descriptor{};
+    descriptor.type = SANE_TYPE_INT;
+    descriptor.constraint_type = SANE_CONSTRAINT_WORD_LIST;
+    descriptor.constraint.word_list = words.data();
+    words[0] = kestrel::kMaxOptionSize + 1;
+    EXPECT_FALSE(kestrel::wordRange(descriptor));
+    words[0] = kestrel::kMaxOptionSize;
+    const auto longest = kestrel::wordRange(descriptor);
+    ASSERT_TRUE(longest);
+    EXPECT_EQ(longest->min, 3);
+    EXPECT_EQ(longest->max, 3);
+}
+
 TEST(StringLists, AreTakenInOrder)
 {
     Option option = Option::choice("o", {"b", "a", ""}, "a");
@@ -73,6 +89,19 @@ TEST(StringLists, AreEmptyWithoutAUsableConstraint)
     EXPECT_TRUE(kestrel::stringList(describe(null)).empty());
     Option range = Option::integer("o", 0).range(0, 1);
     EXPECT_TRUE(kestrel::stringList(describe(range)).empty());
+}
+
+TEST(Units, ALengthAsFixedEndsWhereTheTypeDoes)
+{
+    Option fixed = Option::fixed("o", 0);
+    Option integer = Option::integer("o", 0);
+    EXPECT_EQ(kestrel::fixedLength(describe(fixed), INT_MAX), INT_MAX);
+    EXPECT_EQ(kestrel::fixedLength(describe(integer), 297), 297 * 65536);
+    constexpr SANE_Word kLongest = 32767;
+    for (const SANE_Word word : {kLongest, kLongest + 1, 40000, 70000, INT_MAX}) {
+        EXPECT_EQ(kestrel::fixedLength(describe(integer), word), kLongest * 65536) << word;
+        EXPECT_EQ(kestrel::fixedLength(describe(integer), -word), -kLongest * 65536) << word;
+    }
 }
 
 TEST(Units, FixedWordsAreScaledAndIntegersAreNot)
