@@ -14,14 +14,18 @@ constexpr std::size_t stringBuffer = 64;
 std::vector<unsigned char> bytesOf(const std::vector<SANE_Word>& words)
 {
     std::vector<unsigned char> bytes(words.size() * sizeof(SANE_Word));
-    std::memcpy(bytes.data(), words.data(), bytes.size());
+    if (!words.empty()) {
+        std::memcpy(bytes.data(), words.data(), bytes.size());
+    }
     return bytes;
 }
 
 std::vector<SANE_Word> wordsOf(const std::vector<unsigned char>& bytes)
 {
     std::vector<SANE_Word> words(bytes.size() / sizeof(SANE_Word));
-    std::memcpy(words.data(), bytes.data(), words.size() * sizeof(SANE_Word));
+    if (!words.empty()) { // without a value there is nowhere to copy from
+        std::memcpy(words.data(), bytes.data(), words.size() * sizeof(SANE_Word));
+    }
     return words;
 }
 
