@@ -23,6 +23,7 @@ namespace {
 constexpr int kMostSteps = 200;
 // To fit a strip to a page's height takes as long as a thousand clicks.
 constexpr int kMostLargePictures = 4;
+constexpr QSize kScreen(1920, 1200);
 constexpr double kLargePicture = 2e6; // pixels
 
 class Session
@@ -125,8 +126,10 @@ private:
                    m_input.below(300)});
         }
     }
-    void paint(const QRect& rect)
+    /// As much of @p asked as a screen can show.
+    void paint(const QRect& asked)
     {
+        const QRect rect(asked.topLeft(), asked.size().boundedTo(kScreen));
         QImage canvas(120, 90, QImage::Format_ARGB32_Premultiplied);
         canvas.setDevicePixelRatio(1.0 + m_input.below(3) * 0.5);
         m_box->render(&canvas, QPoint(), QRegion(rect));

@@ -115,7 +115,9 @@ void PreviewBoxUI::drawPicture(const QRect& exposed)
     }
     if (!scaledPartWindow.contains(wanted)) {
         // Only what can be seen is kept, so that no zoom asks for more memory than the screen does.
-        const QRect window = onScreen(exposed | visibleRegion().boundingRect());
+        // Who renders a far part of a large picture gets that part, not all that lies between.
+        const QRect visible = visibleRegion().boundingRect();
+        const QRect window = onScreen(visible.contains(exposed) ? visible : exposed);
         scaledPart = QImage(window.size(), shown.format());
         if (scaledPart.isNull()) {
             scaledPartWindow = QRect();
