@@ -96,3 +96,16 @@ TEST_F(Apply, WithoutAScannerNothingIsSentAndNothingBreaks)
     apply();
     EXPECT_TRUE(m_journal.calls().empty());
 }
+
+// The stand-in keeps 64 bytes of a text: the last of them has to be its terminator.
+TEST_F(Apply, ACustomResolutionOfAnyLengthIsCutToWhatAValueHolds)
+{
+    auto& resolutions = combo("resolution_gengel_slide");
+    for (const int length : {62, 63, 64, 65, 300}) {
+        resolutions.removeItem(7);
+        resolutions.addItem(QStringLiteral("custom-") + QString(length, QLatin1Char('4')));
+        choose("resolution_gengel_slide", 7);
+        const std::string expected(static_cast<std::size_t>(std::min(length, 63)), '4');
+        EXPECT_EQ(sent("resolution"), Strings{expected}) << length;
+    }
+}

@@ -2,7 +2,10 @@
 #include "discovery_fixture.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QSpinBox>
+#include <dialogs/customresolution.h>
 
 #include <gtest/gtest.h>
 
@@ -94,4 +97,36 @@ TEST_F(RebindingControls, MeasuresAreNotAnotherScanners)
     EXPECT_EQ(dialog().br_y_option, 0);
     // Without a height that follows, both heights are the one that there is.
     EXPECT_EQ(dialog().long_paper_max_height, dialog().normal_max_height);
+}
+
+TEST_F(RebindingControls, ChoicesAreNotAnotherScanners)
+{
+    FakeScanner scanner = fullScanner();
+    bind(scanner);
+    ASSERT_GT(combo("autocropdeskew").count(), 1);
+    FakeScanner other = fullScanner();
+    other.remove("autocropdeskew").remove("flatbed-multi-crop");
+    bind(other, kOther);
+    EXPECT_EQ(combo("autocropdeskew").itemText(1), QString());
+}
+
+TEST_F(RebindingControls, CustomResolutionsEndWhereTheScannerSays)
+{
+    const auto& limit = child<QSpinBox>(dialog(), "spinBox_resolution");
+    FakeScanner scanner = scannerWith(Option::integer("resolution", 300).range(75, 1200));
+    bind(scanner);
+    ASSERT_EQ(limit.maximum(), 1200);
+    FakeScanner other;
+    bind(other, kOther);
+    EXPECT_EQ(limit.maximum(), 600);
+}
+
+TEST_F(RebindingControls, AScannerThatCannotBeAskedTakesBothOrientations)
+{
+    button("horizontal_range").setEnabled(false);
+    FakeScanner mute = fullScanner();
+    mute.hideCount();
+    bind(mute, kOther);
+    EXPECT_TRUE(button("horizontal_range").isEnabled());
+    EXPECT_TRUE(checked("vertical_range"));
 }

@@ -130,6 +130,12 @@ TEST_F(FrameReader, UnusableParametersGiveNoBytes)
         EXPECT_EQ(frame.received, 0U);
         EXPECT_EQ(m_scanner.journal().count(CallKind::Read), 0);
     }
+    for (const SANE_Int bytesPerLine : {0, -1, INT_MIN}) {
+        FakeFrame noBytes = frameOf(10, 6, 60);
+        noBytes.parameters.bytes_per_line = bytesPerLine;
+        EXPECT_TRUE(read(noBytes).bytes.empty()) << bytesPerLine;
+        EXPECT_EQ(m_scanner.journal().count(CallKind::Read), 0);
+    }
     FakeFrame noPixels = frameOf(10, 6, 60);
     noPixels.parameters.pixels_per_line = 0;
     EXPECT_TRUE(read(noPixels).bytes.empty());

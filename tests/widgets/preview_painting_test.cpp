@@ -257,6 +257,33 @@ TEST_F(PreviewPainting, PartsOfTheWidgetPaintLikeTheWhole)
     EXPECT_EQ(pieces, whole.image());
 }
 
+TEST_F(PreviewPainting, WhatIsPaintedAfterASmallPartIsNotCutToIt)
+{
+    select(QRect(30, 60, 90, 120));
+    const QImage whole = Painted(box).image();
+    box.setimage_pix(0, 0); // what was painted is forgotten
+    QImage piece(whole.size(), QImage::Format_RGB32);
+    box.render(&piece, {}, QRect(40, 70, 10, 10), QWidget::RenderFlags());
+    EXPECT_EQ(Painted(box).image(), whole);
+}
+
+TEST_F(PreviewPainting, AScaleIsPaintedAtOnce)
+{
+    QImage halves(1, 2, QImage::Format_RGB32);
+    halves.setPixel(0, 0, qRgb(255, 255, 255));
+    halves.setPixel(0, 1, qRgb(0, 0, 0));
+    Box fresh;
+    for (Box* const each : {&box, &fresh}) {
+        each->setMaxHeightAndStandrad(200, 30);
+        each->setImage(halves);
+    }
+    const QImage before = Painted(box).image();
+    box.setScale(99);
+    fresh.setScale(99);
+    EXPECT_NE(Painted(fresh).image(), before);
+    EXPECT_EQ(Painted(box).image(), Painted(fresh).image());
+}
+
 TEST_F(PreviewPainting, FocusIsShownToWhoeverCameByKeyboard)
 {
     box.show();
@@ -267,10 +294,13 @@ TEST_F(PreviewPainting, FocusIsShownToWhoeverCameByKeyboard)
     box.setFocus(Qt::MouseFocusReason);
     EXPECT_EQ(Painted(box).image(), without);
     box.clearFocus();
-    box.setFocus(Qt::TabFocusReason);
-    EXPECT_NE(Painted(box).image(), without);
-    box.clearFocus();
-    EXPECT_EQ(Painted(box).image(), without);
+    for (const auto reason :
+         {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason}) {
+        box.setFocus(reason);
+        EXPECT_NE(Painted(box).image(), without) << reason;
+        box.clearFocus();
+        EXPECT_EQ(Painted(box).image(), without) << reason;
+    }
 }
 
 namespace {
@@ -319,4 +349,37 @@ TEST(PreviewOnAnotherScreen, ASmallPictureIsSmoothedAsItWasAtFirst)
     box.ratio = 1.0;
     const Painted back(box);
     EXPECT_EQ(box.shown, first);
+}
+
+TEST(PreviewOnAnotherScreen, AClearedPictureStaysCleared)
+{
+    WanderingBox box;
+    box.load({40, 40}, Qt::white);
+    box.clearpaint();
+    const QImage cleared = box.shown;
+    ASSERT_EQ(cleared.pixel(20, 20), qRgb(216, 216, 216));
+    box.ratio = 2.0;
+    const Painted painted(box);
+    EXPECT_EQ(box.shown, cleared);
+}
+
+// A zoom shows the picture as it was scanned, and so does the next screen.
+TEST(PreviewOnAnotherScreen, AZoomedPictureStaysWithoutItsAdjustments)
+{
+    for (const bool anew : {false, true}) {
+        WanderingBox box;
+        box.load({40, 40}, QColor(100, 100, 100));
+        box.setBrightness(20);
+        ASSERT_EQ(box.shown.pixel(20, 20), qRgb(120, 120, 120));
+        if (anew) {
+            box.load({40, 40}, QColor(100, 100, 100), 10);
+        } else {
+            box.setScale(3);
+            box.zoomout();
+        }
+        ASSERT_EQ(box.shown.pixel(20, 20), qRgb(100, 100, 100)) << anew;
+        box.ratio = 2.0;
+        const Painted painted(box);
+        EXPECT_EQ(box.shown.pixel(20, 20), qRgb(100, 100, 100)) << anew;
+    }
 }

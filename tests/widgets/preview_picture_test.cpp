@@ -393,3 +393,23 @@ TEST(PreviewPicture, PapersOfNoHeightGiveNoScale)
         EXPECT_FALSE(box.grab().isNull());
     }
 }
+
+// The adjustments of all boxes share their scratch memory: what one left there is not another's.
+TEST(PreviewPicture, AnAdjustedPictureKeepsItsTransparencyAfterAnOpaqueOne)
+{
+    const QSize size(16, 16);
+    Box opaque;
+    opaque.load(size, QColor(200, 100, 50), 5, 20);
+    ASSERT_LT(opaque.scale, 1.0);
+    opaque.setBrightness(10);
+    ASSERT_FALSE(opaque.shown.hasAlphaChannel());
+    Box clear;
+    clear.setMaxHeightAndStandrad(5, 20);
+    QImage picture = flat(size, qRgba(200, 100, 50, 128), QImage::Format_ARGB32);
+    clear.setImage(picture);
+    clear.setBrightness(10);
+    ASSERT_TRUE(clear.shown.hasAlphaChannel());
+    EXPECT_EQ(qAlpha(clear.shown.pixel(8, 8)), 128);
+    opaque.setBrightness(20);
+    EXPECT_FALSE(opaque.shown.hasAlphaChannel());
+}

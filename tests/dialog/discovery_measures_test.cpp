@@ -1,0 +1,40 @@
+// Numbers that come from a scanner by a way of their own.
+#include "discovery_fixture.h"
+
+#include <QAbstractSlider>
+#include <QSpinBox>
+
+#include <gtest/gtest.h>
+
+using namespace kestrel::test;
+
+namespace {
+
+using DiscoveryMeasures = DialogTest;
+
+} // namespace
+
+TEST_F(DiscoveryMeasures, TheFlatbedsLengthIsInWholeMillimetres)
+{
+    for (const auto& [most, length] : {std::pair(297.9, 297), std::pair(297.0, 297)}) {
+        FakeScanner scanner = scannerWith(
+            Option::choice("source", {"Flatbed", "ADF Front", "Automatic"}, "ADF Front"));
+        scanner.add(Option::fixed("br-y", 100.0).limits(0.0, most));
+        bind(scanner);
+        EXPECT_EQ(dialog().flatbed_max_length, length) << most;
+    }
+}
+
+// The word that stands in for a value larger than a word is the last one that was read: a read that
+// failed in between brought none.
+TEST_F(DiscoveryMeasures, AFailedReadIsNotTheWordReadLast)
+{
+    FakeScanner scanner = scannerWith(Option::integer("brightness", 17));
+    scanner.add(Option::integer("contrast", 5));
+    scanner.add(Option::integer("binarization-value", 3).size(8));
+    scanner.failOption(CallKind::Get, "contrast", SANE_STATUS_INVAL);
+    bar("binarization_value").setValue(9);
+    bind(scanner);
+    EXPECT_EQ(bar("brightness_set").value(), 17);
+    EXPECT_EQ(bar("binarization_value").value(), 17);
+}
