@@ -4,6 +4,7 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -26,6 +27,14 @@ bool byKeyboard(const QFocusEvent& event)
     // What the mouse has hit must not slip away from under it.
     return event.reason() == Qt::TabFocusReason || event.reason() == Qt::BacktabFocusReason ||
            event.reason() == Qt::ShortcutFocusReason;
+}
+
+/// Nobody looks at the offscreen platform's screen: what is shown there is for pictures of it, and
+/// for tests. One of those can ask for the fitting by a property of the application.
+bool isLookedAt()
+{
+    return QGuiApplication::platformName() != QLatin1String("offscreen") ||
+           qApp->property("kestrelFitsOffscreen").toBool();
 }
 
 QSize roomOnScreen(const QDialog& dialog)
@@ -113,6 +122,9 @@ void ScreenFit::bringIntoSight(const QWidget& control)
 
 void ScreenFit::fitScreen()
 {
+    if (!isLookedAt()) {
+        return;
+    }
     QDialog& dialog = m_parts.dialog;
     const QSize room = roomOnScreen(dialog).expandedTo(kSmallestEver);
     const QSize wanted = dialog.size() == m_fitted ? m_preferred : dialog.size();

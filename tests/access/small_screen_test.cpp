@@ -17,10 +17,14 @@ using namespace kestrel::test;
 namespace {
 
 const QSize preferred(770, 750);
+constexpr char kFitsOffscreen[] = "kestrelFitsOffscreen";
 
 class SmallScreen : public Access
 {
 protected:
+    SmallScreen() { qApp->setProperty(kFitsOffscreen, true); }
+    ~SmallScreen() override { qApp->setProperty(kFitsOffscreen, QVariant()); }
+
     QSize screenSize() { return dialog().screen()->availableSize(); }
     QWidget& buttons() { return widget("widget_13"); }
     QScrollBar& scrollBar() { return *area().verticalScrollBar(); }
@@ -271,4 +275,12 @@ TEST_F(SmallScreen, EnterMeansOkEachTimeTheDialogIsShown)
         EXPECT_EQ(confirmed.count(), 1);
         EXPECT_TRUE(dialog().isHidden());
     }
+}
+
+TEST_F(SmallScreen, WhereNobodyLooksTheDialogKeepsItsSize)
+{
+    qApp->setProperty(kFitsOffscreen, QVariant());
+    show();
+    EXPECT_EQ(dialog().size(), preferred);
+    EXPECT_EQ(dialog().minimumSize(), QSize(770, 600));
 }
