@@ -38,3 +38,20 @@ TEST_F(DiscoveryMeasures, AFailedReadIsNotTheWordReadLast)
     EXPECT_EQ(bar("brightness_set").value(), 17);
     EXPECT_EQ(bar("binarization_value").value(), 17);
 }
+
+// Asking a scanner for what it does not offer at present is a fault of its own to some drivers.
+TEST_F(DiscoveryMeasures, WhatIsInactiveIsNotReadWhereTheControlHidesForIt)
+{
+    for (const char* const option : {"padscan-count", "roller-count", "prefeed"}) {
+        const auto reads = [this, option](bool inactive) {
+            FakeScanner scanner = fullScanner();
+            scanner.option(option).inactive(inactive);
+            bind(scanner);
+            const std::vector<Call> calls = scanner.journal().of(CallKind::Get);
+            return std::count_if(calls.begin(), calls.end(),
+                                 [option](const Call& call) { return call.name == option; });
+        };
+        EXPECT_EQ(reads(false), 1) << option;
+        EXPECT_EQ(reads(true), 0) << option;
+    }
+}

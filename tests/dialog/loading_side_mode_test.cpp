@@ -193,6 +193,22 @@ TEST_F(LoadingSideMode, TheSourceComesAfterTheMaskAndRulesOverIt)
     EXPECT_EQ(boxes(), 6);
 }
 
+// Only the feeder gets back what the source before it has taken along.
+TEST_F(LoadingSideMode, TheFlatbedsRuleStandsOverAStoredDetection)
+{
+    const auto both = [this](const char* source) {
+        load({{QStringLiteral("multistream"), QStringLiteral("192")},
+              {QStringLiteral("source"), QString::fromLatin1(source)}});
+    };
+    both("0");
+    ASSERT_EQ(dialog().mask(), 192);
+    both("1");
+    EXPECT_EQ(dialog().mask() & 192, 0);
+    EXPECT_FALSE(get<QAbstractButton>("color_detection_image_back").isChecked());
+    both("0");
+    EXPECT_EQ(dialog().mask(), 192);
+}
+
 TEST_F(LoadingSideMode, TheOrientationFlagFollowsTheButtons)
 {
     const auto orientation = QStringLiteral("vertical_range");

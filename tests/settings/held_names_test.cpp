@@ -51,3 +51,14 @@ TEST(SettingsHeldNames, EmptyHeldFileTakesNobodysPlace)
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\ncontrast=2");
     EXPECT_EQ(folder.files(), QStringList(QStringLiteral("ScannerA.ini")));
 }
+
+// Made by hand, without an end of its last line: nothing was written, so nothing can be lost.
+TEST(SettingsHeldNames, FileThatIsNotChangedIsNotJudged)
+{
+    const SettingsFolder folder;
+    const QByteArray before = "[ScannerA]\nbrightness=1";
+    folder.write(before);
+    const SettingsHandle settings = openSettings(folder.filePath());
+    EXPECT_TRUE(saveSettings(*settings));
+    EXPECT_EQ(folder.bytes(), before);
+}

@@ -47,6 +47,22 @@ TEST(ToolkitLock, AnotherHoldersCantBeTaken)
     EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
 }
 
+TEST(ToolkitLock, HoldersThatTakesItsTimeKeepsIt)
+{
+    const SettingsFolder folder;
+    QLockFile lock(lockPathIn(folder));
+    ASSERT_TRUE(lock.tryLock(0));
+    QFile file(lockPathIn(folder));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-2),
+                                 QFileDevice::FileModificationTime));
+    file.close();
+    EXPECT_FALSE(canTakeToolkitLock(folder.filePath(), expired));
+    EXPECT_TRUE(QFile::exists(lockPathIn(folder)));
+    lock.unlock();
+    EXPECT_TRUE(folder.files().isEmpty());
+}
+
 TEST(ToolkitLock, WhatIsNoFileCantBeTaken)
 {
     const SettingsFolder folder;
