@@ -93,14 +93,14 @@ protected:
         }
     }
 
-    /// Every allocation of a step, or some thirty of them in the quick form.
+    /// Every allocation of a step, or some eight of them in the quick form.
     void walk(const char* what, const std::function<void(UserSession&)>& step,
               bool bindFails = false)
     {
         const Texts whole = session(step, 0, bindFails);
         EXPECT_NE(whole, m_old);
         const long count = m_count;
-        const long stride = isFullForm() ? 1 : std::max(1L, count / 30);
+        const long stride = isFullForm() ? 1 : std::max(1L, count / 8);
         for (long n = 1; n <= count; n += stride) {
             SCOPED_TRACE(testing::Message() << what << ", allocation " << n << " of " << count);
             expectNothingLost(session(step, n, bindFails), whole);
@@ -129,7 +129,7 @@ TEST_F(AllocationWalk, Creating)
         count = AllocationFaults::count();
     }
     EXPECT_GT(count, 300);
-    const long stride = isFullForm() ? 1 : 23;
+    const long stride = isFullForm() ? 1 : 53;
     for (long n = 1; n <= count; n += stride) {
         SCOPED_TRACE(testing::Message() << "allocation " << n << " of " << count);
         void* dialog = this;

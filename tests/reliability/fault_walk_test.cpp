@@ -144,7 +144,7 @@ private:
 TEST_F(FaultWalk, NothingIsLostWhenOneCallFails)
 {
     const std::vector<Step> all = steps();
-    const std::size_t stride = isFullForm() ? 1 : 71;
+    const std::size_t stride = isFullForm() ? 1 : 173;
     for (std::size_t n = 0; n < all.size(); n += stride) {
         for (const SANE_Status status : everyStatus) {
             // A description has no status: it is there or not.
@@ -177,7 +177,7 @@ TEST_F(FaultWalk, NothingIsLostWhenAnOptionIsNotDescribed)
 TEST_F(FaultWalk, NothingIsLostWhenTheScannerIsGoneFromACallOn)
 {
     const std::size_t calls = steps().size();
-    const std::size_t stride = isFullForm() ? 1 : 131;
+    const std::size_t stride = isFullForm() ? 1 : 211;
     for (std::size_t n = 0; n < calls; n += stride) {
         const SANE_Status status = everyStatus[n % everyStatus.size()];
         SCOPED_TRACE(testing::Message() << "from call " << n << " on, status " << int(status));

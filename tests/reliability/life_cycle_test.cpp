@@ -66,7 +66,7 @@ protected:
 
 TEST_F(LifeCycle, MemoryAndDescriptorsStayAsTheyAre)
 {
-    const int rounds = isFullForm() ? 10000 : 300;
+    const int rounds = isFullForm() ? 10000 : 200;
     const int warmUp = rounds / 10;
     FakeScanner scanner = fullScanner();
     for (int round = 0; round < warmUp; ++round) {
