@@ -55,3 +55,15 @@ TEST_F(DiscoveryMeasures, WhatIsInactiveIsNotReadWhereTheControlHidesForIt)
         EXPECT_EQ(reads(true), 0) << option;
     }
 }
+
+TEST_F(DiscoveryMeasures, LongPaperIsAfterwardsAsItWasBefore)
+{
+    for (const bool on : {false, true}) {
+        FakeScanner scanner = fullScanner();
+        scanner.option("long-paper-scan").word(on ? 1 : 0);
+        bind(scanner);
+        const Strings asked = on ? Strings{"1", "0", "1"} : Strings{"1", "0"};
+        EXPECT_EQ(scanner.journal().setsOf("long-paper-scan"), asked) << on;
+        EXPECT_EQ(scanner.option("long-paper-scan").decoded(), on ? "1" : "0");
+    }
+}
