@@ -69,16 +69,12 @@ TEST_F(HostGuide, OkSendsWhatIsListedAndShowingNothing)
     EXPECT_EQ(sent(), listed("OK"));
 }
 
-TEST_F(HostGuide, ApplyingBeginsWithWhatIsListed)
+TEST_F(HostGuide, ApplyingSendsWhatIsListed)
 {
     bind(m_scanner);
     m_scanner.clearJournal();
     setAllParamBySettingUI(ui());
-    const Strings begin = listed("setAllParamBySettingUI");
-    const Strings all = sent();
-    ASSERT_GT(all.size(), begin.size());
-    EXPECT_EQ(Strings(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(begin.size())), begin);
-    EXPECT_TRUE(m_scanner.journal().setsOf("powersaving").empty());
+    EXPECT_EQ(sent(), listed("setAllParamBySettingUI"));
 }
 
 TEST_F(HostGuide, BlankPagesSendWhatIsListed)

@@ -24,7 +24,8 @@ namespace {
 constexpr const char* introduction = R"(# Settings
 
 Made by the program `settings_doc` from the tables of the library and the form of the dialog; a test
-compares. To write it anew: `cmake --build build/release --target settings_doc_update`.
+compares. To write it anew:
+`cmake --preset release && cmake --build build/release --target settings_doc_update`.
 
 Each setting has a control in the dialog, a key in the settings file and, mostly, a SANE option that
 carries it to the scanner. A control can be found by its object name. The file holds texts: the index of

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The two READMEs say the same: headings, commands, tables and links match one by one. What is linked exists.
+# The two READMEs say the same: headings, commands, tables and links match one by one. What is linked exists,
+# and every page in docs/ is linked.
 #   readmes_agree.sh TOP
 set -euo pipefail
 cd "$1"
@@ -34,6 +35,11 @@ same commands 8 commands
 same tables 10 tables
 same lists 7 items
 same links 7 links
+
+# The main page of the API documentation leads to what is written here.
+for page in docs/*.md; do
+    [ "$page" = docs/mainpage.md ] || grep -qF "]($page)" README.md || { echo "README.md does not link $page"; flaws=1; }
+done
 
 for readme in README.md README.zh-CN.md; do
     while read -r target; do
