@@ -5,7 +5,6 @@ set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 build=$(realpath -m "${1:-$top/build/package}")
 debian=$top/packaging/debian
-library=kestrelsetUI/libkestrel-settingui.so.1.0.0
 again=$(mktemp -d)
 trap 'rm -rf "$again"' EXIT
 
@@ -18,6 +17,7 @@ step "packages"
 packages=("$build"/debs/*.deb)
 [ "${#packages[@]}" -eq 3 ] || { echo "${#packages[@]} packages instead of three"; exit 1; }
 version=$(dpkg-parsechangelog -l "$debian/changelog" -S Version)
+library=kestrelsetUI/libkestrel-settingui.so.${version%-*}
 for package in "${packages[@]}"; do
     [ "$(dpkg-deb -f "$package" Version)" = "$version" ] ||
         { echo "$package is not of version $version, as the changelog says"; exit 1; }

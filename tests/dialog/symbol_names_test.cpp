@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -10,6 +11,13 @@
 namespace {
 
 using Strings = std::vector<std::string>;
+
+// A host that resolves the functions hands the record over as raw memory, by these numbers.
+static_assert(offsetof(ScannerIdentity, vid) == 0);
+static_assert(offsetof(ScannerIdentity, pid) == 4);
+static_assert(offsetof(ScannerIdentity, name) == 8);
+static_assert(offsetof(ScannerIdentity, backend) == 136);
+static_assert(sizeof(ScannerIdentity) == 264);
 
 } // namespace
 

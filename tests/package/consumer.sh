@@ -30,7 +30,7 @@ quietly "installing what belongs to no package" \
 mv "$work/first" "$work/usr"
 
 (cd "$work/usr" && find . ! -type d | sed "s|^\./$libdir/|LIBDIR/|; s|^\./||
-    s|Targets-[a-z]*\.cmake|Targets-CONFIG.cmake|" | LC_ALL=C sort) >"$work/installed"
+    s|Targets-[a-z]*\.cmake|Targets-CONFIG.cmake|; s|\.so\.[0-9]*\.[0-9.]*$|.so.VERSION|" | LC_ALL=C sort) >"$work/installed"
 diff -u "$here/installed-files.txt" "$work/installed" >"$work/difference" ||
     fail "What is installed is not what tests/package/installed-files.txt says:" "$work/difference"
 ! grep -rIl -e "$build" -e "$top/" -e "$work" "$work/usr" >"$work/traces" ||
@@ -52,8 +52,27 @@ END
 quietly "looking for version 2" "$CMAKE" -S "$work/next" -B "$work/next/build" \
     -DCMAKE_PREFIX_PATH="$work/usr" -DCMAKE_CXX_COMPILER="$CXX"
 
+mkdir "$work/bare"
+cat >"$work/bare/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.16)
+project(Bare LANGUAGES CXX)
+set(CMAKE_MODULE_PATH mine)
+find_package(KestrelSettingUI 1.0 QUIET)
+if(KestrelSettingUI_FOUND)
+  message(FATAL_ERROR "found where libsane is missing")
+endif()
+if(NOT KestrelSettingUI_NOT_FOUND_MESSAGE MATCHES libsane OR NOT CMAKE_MODULE_PATH STREQUAL mine)
+  message(FATAL_ERROR "${KestrelSettingUI_NOT_FOUND_MESSAGE} ${CMAKE_MODULE_PATH}")
+endif()
+END
+quietly "doing without libsane" "$CMAKE" -S "$work/bare" -B "$work/bare/build" \
+    -DCMAKE_PREFIX_PATH="$work/usr" -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_DISABLE_FIND_PACKAGE_Sane=ON
+
 export PKG_CONFIG_PATH=$work/usr/$libdir/pkgconfig
 version=$(pkg-config --modversion kestrel-settingui)
+for page in man1/kestrel-scan.1 man7/kestrel-simulator.7; do
+    grep -q "\"kestrel\\\\-scan $version\"" "$work/usr/share/man/$page" || fail "$page is not of version $version"
+done
 mkdir "$work/pkgconfig"
 # Qt asks for position-independent code; everything else comes from the module.
 # shellcheck disable=SC2046,SC2086
