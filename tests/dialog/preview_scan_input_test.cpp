@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 
 using namespace kestrel::test;
 
@@ -176,6 +177,23 @@ TEST_F(PreviewInput, ADialogDeletedDuringARefusedStartShowsNothing)
     QAbstractButton* const preview = &button("preview");
     preview->click();
     EXPECT_TRUE(boxes.shown().empty());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+// A call of the scanner may let the host run its events.
+TEST_F(PreviewInput, ADialogDeletedInsideAReadIsNotTouchedAgain)
+{
+    bool deleted = false;
+    scanner.before(CallKind::Read, [this, &deleted](FakeScanner&) {
+        if (!std::exchange(deleted, true)) {
+            destroy();
+        }
+    });
+    scanner.addFrame(colourFrame(20, 10));
+    QAbstractButton* const preview = &button("preview");
+    preview->click();
+    EXPECT_TRUE(deleted);
+    EXPECT_EQ(scanner.journal().count(CallKind::Cancel), 1);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
