@@ -14,6 +14,7 @@ fi
 debs=$2
 mount --make-rprivate /
 scratch=$(mktemp -d)
+trap 'umount -l "$scratch" 2>/dev/null || true; rmdir "$scratch"' EXIT
 mount -t tmpfs -o size=512m root "$scratch"
 root=$scratch/root
 mkdir -p "$root"/{proc,dev,tmp,run,root,mnt} "$scratch"/{usr,var}/{new,work}
@@ -32,10 +33,6 @@ mount --rbind /proc "$root/proc"
 mount --rbind /dev "$root/dev"
 cp "$debs"/*.deb "$here/use-packages.sh" "$root/mnt"
 
-status=0
 env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 TMPDIR=/tmp XDG_RUNTIME_DIR=/run \
     QT_QPA_PLATFORM=offscreen DEBIAN_FRONTEND=noninteractive \
-    chroot "$root" bash /mnt/use-packages.sh || status=$?
-umount -l "$scratch"
-rmdir "$scratch"
-exit $status
+    chroot "$root" bash /mnt/use-packages.sh

@@ -71,3 +71,18 @@ quietly dpkg -i ./*.deb
 quietly dpkg -P "${names[@]}"
 [ "$(ls "$vendor")" = Q150A_x64.so.1.0 ] || fail "left in $vendor: $(ls "$vendor")"
 [ "$(cat "$vendor/Q150A_x64.so.1.0")" = "a driver" ] || fail "the vendor's library is not what it was"
+
+echo "beside a /usr/local that can't be written"
+read_only() {
+    mount --bind /usr/local /usr/local
+    mount -o remount,ro,bind /usr/local
+}
+read_only
+quietly dpkg -i ./*.deb
+[ "$(ls "$vendor")" = Q150A_x64.so.1.0 ] || fail "written all the same: $(ls "$vendor")"
+umount /usr/local
+quietly dpkg -i ./*.deb
+[ -L "$vendor/Q2380F_x64.so.1.0" ] || fail "no links, though they can be made again"
+read_only
+quietly dpkg -P "${names[@]}"
+umount /usr/local
