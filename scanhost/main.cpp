@@ -14,6 +14,8 @@
 #include <QLocale>
 #include <QTextStream>
 
+#include <csignal>
+
 namespace {
 
 /// Who scans without a window may do so without a screen.
@@ -57,6 +59,8 @@ int runWindow(const kestrel::CommandLine& line)
 int main(int argc, char** argv)
 {
     allowMissingScreen(argc, argv);
+    // A network scanner whose server has gone makes a call fail; it must not end the program.
+    std::signal(SIGPIPE, SIG_IGN);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
