@@ -30,7 +30,8 @@ quietly "installing what belongs to no package" \
 mv "$work/first" "$work/usr"
 
 (cd "$work/usr" && find . ! -type d | sed "s|^\./$libdir/|LIBDIR/|; s|^\./||
-    s|Targets-[a-z]*\.cmake|Targets-CONFIG.cmake|; s|\.so\.[0-9]*\.[0-9.]*$|.so.VERSION|" | LC_ALL=C sort) >"$work/installed"
+    s|Targets-[a-z]*\.cmake|Targets-CONFIG.cmake|
+    s|\.so\.[0-9]*\.[0-9.]*$|.so.VERSION|" | LC_ALL=C sort) >"$work/installed"
 diff -u "$here/installed-files.txt" "$work/installed" >"$work/difference" ||
     fail "What is installed is not what tests/package/installed-files.txt says:" "$work/difference"
 ! grep -rIl -e "$build" -e "$top/" -e "$work" "$work/usr" >"$work/traces" ||
