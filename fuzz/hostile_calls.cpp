@@ -47,8 +47,9 @@ SANE_Status __wrap_sane_read(SANE_Handle handle, SANE_Byte* data, SANE_Int maxLe
         data[maxLength - 1] = 0x5a;
     }
     const SANE_Status status = __real_sane_read(handle, data, maxLength, length);
-    const auto& lie = kestrel::fuzz::readLie();
-    if (lie.tells) {
+    auto& lie = kestrel::fuzz::readLie();
+    if (lie.times > 0) {
+        --lie.times;
         *length = lie.length;
     }
     return status;

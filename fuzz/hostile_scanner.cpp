@@ -22,6 +22,7 @@ constexpr int kMostReported = 600;
 // A frame beyond this is worth its time only once in a while.
 constexpr double kLargeFrame = 1 << 20;
 constexpr std::size_t kMostFrameBytes = 2000;
+constexpr int kMostLies = 1000;
 constexpr int kMostSensible = 10'000; // pixels a row
 
 const std::vector<std::string>& texts()
@@ -232,7 +233,7 @@ FakeScanner hostileScanner(Input& input)
         }
     }
     // A driver may also be wrong about how much it has read.
-    readLie() = {input.byte() % 16 == 0, input.integer()};
+    readLie() = {input.byte() % 16 == 0 ? kMostLies : 0, input.integer()};
     for (int frames = input.below(3); frames > 0; --frames) {
         addFrame(input, scanner);
     }

@@ -22,7 +22,7 @@ int& saidOptions();
 /// What sane_read() is made to say of the length it has read, instead of the truth.
 struct ReadLie
 {
-    bool tells = false;
+    int times = 0; ///< so many times; a read that never ends is time, not a finding
     SANE_Int length = 0;
 };
 ReadLie& readLie();
