@@ -112,6 +112,7 @@ private:
     bool m_deviceLost = false;
     bool m_unsaved = false;
     bool m_closing = false;        ///< as soon as the scan has ended
+    bool m_stopping = false;       ///< the user has asked for the end of the scan that runs
     bool m_closeAfterTask = false; ///< as soon as the search or the export has ended
     int m_secondsLeft = 0;         ///< until the next flatbed scan; 0 while none is waited for
     QTimer m_pause;

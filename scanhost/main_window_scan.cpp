@@ -122,6 +122,7 @@ void MainWindow::startScan()
         emit scanEnded();
         return;
     }
+    m_stopping = false;
     m_answers = m_settings->apply();
     m_activity->setText(tr("正在启动扫描仪…"));
     m_progress->setRange(0, 0);
@@ -140,6 +141,7 @@ void MainWindow::stopScan()
         return;
     }
     m_activity->setText(tr("正在停止…"));
+    m_stopping = true;
     m_worker.cancel();
 }
 
@@ -157,7 +159,8 @@ void MainWindow::scanFinished(const ScanEnd& end)
         close();
         return;
     }
-    if (end.kind == ScanEnd::Kind::Finished && m_answers.pauseSeconds > 0) {
+    // The wish to stop may have come when the sheet was as good as done.
+    if (end.kind == ScanEnd::Kind::Finished && m_answers.pauseSeconds > 0 && !m_stopping) {
         waitForNextSheet();
         return;
     }

@@ -88,7 +88,9 @@ TEST_F(LifeCycle, MemoryAndDescriptorsStayAsTheyAre)
     // The settings object of each binding stays on purpose; a dialog itself is some two megabytes.
     const double perRound = static_cast<double>(residentKiB() - before) / (rounds - warmUp);
     std::printf("%.2f KiB a round\n", perRound);
+#ifndef __SANITIZE_ADDRESS__ // which keeps what is freed for a while
     EXPECT_LT(perRound, 8.0);
+#endif
 }
 
 TEST_F(LifeCycle, DeletedWhileItIsModal)

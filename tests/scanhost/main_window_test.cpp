@@ -286,6 +286,21 @@ TEST_F(Window, FlatbedWaitsForTheNextSheetAsLongAsTheUserWants)
     EXPECT_TRUE(action("scan")->isEnabled());
 }
 
+TEST_F(Window, StopPressedWhenTheFlatbedHasJustDeliveredIsNotForgotten)
+{
+    open("[sim]\nmodel = Q110F\n");
+    setting<QSpinBox>("waitingjob_value")->setValue(1);
+    QSignalSpy ended(m_window.get(), &MainWindow::scanEnded);
+    const auto* pages = m_window->findChild<QListView*>("thumbnails")->model();
+    QObject::connect(pages, &QAbstractItemModel::rowsInserted, m_window.get(),
+                     [this] { action("stop")->trigger(); });
+    action("scan")->trigger();
+    ASSERT_TRUE(ended.count() > 0 || ended.wait(patience));
+    EXPECT_EQ(m_window->pageCount(), 1);
+    EXPECT_TRUE(action("scan")->isEnabled());
+    EXPECT_FALSE(action("stop")->isEnabled());
+}
+
 TEST_F(Window, SavesAllPagesInTheBackground)
 {
     open(feeder);
