@@ -84,7 +84,8 @@ TEST_F(LifeCycle, MemoryAndDescriptorsStayAsTheyAre)
                         openDescriptors());
         }
     }
-    EXPECT_EQ(openDescriptors(), descriptors);
+    // Fewer when the toolkit has ended what a test before this one had begun.
+    EXPECT_LE(openDescriptors(), descriptors);
     // The settings object of each binding stays on purpose; a dialog itself is some two megabytes.
     const double perRound = static_cast<double>(residentKiB() - before) / (rounds - warmUp);
     std::printf("%.2f KiB a round\n", perRound);
