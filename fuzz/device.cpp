@@ -8,6 +8,8 @@
 #include "widgets/picturebox.h"
 #include "widgets/previewui.h"
 
+#include "settings/settings_file.h"
+
 #include <kestrelsettingui.h>
 
 #include <QAbstractButton>
@@ -82,9 +84,7 @@ public:
     {
         QSettings* const before = m_dialog.settings;
         initKestrelSetUI(m_dialog.host(), scanner.handle(), &record, folder);
-        if (before != m_dialog.settings) {
-            forget(before);
-        }
+        forget(before);
         scanner.clearJournal();
     }
 
@@ -98,8 +98,9 @@ private:
                qobject_cast<const QAbstractButton*>(&widget) != nullptr;
     }
 
-    // What an earlier binding has opened stays for hosts; here it would fill the memory.
-    static void forget(QSettings* settings) { delete settings; }
+    // What an earlier binding has opened stays for hosts; here it would fill the memory. It may be
+    // the same object again.
+    static void forget(QSettings* settings) { kestrel::SettingsCloser()(settings); }
 
     Probe m_dialog;
     std::vector<QWidget*> m_widgets;

@@ -4,6 +4,7 @@
 #include "dialogs/edittemplate.h"
 #include "input.h"
 #include "settings/ini_scanner.h"
+#include "settings/settings_file.h"
 #include "settings/settings_inspection.h"
 #include "support/dialog_probe.h"
 #include "support/models.h"
@@ -32,7 +33,7 @@ using Entries = QMap<QString, QStringList>;
 struct Desk
 {
     Desk() = default;
-    ~Desk() { delete dialog.settings; }
+    ~Desk() { kestrel::SettingsCloser()(dialog.settings); }
     Q_DISABLE_COPY_MOVE(Desk)
 
     DialogProbe dialog;
@@ -78,8 +79,9 @@ private:
         qstrncpy(record.backend, "kestrel_adv", sizeof record.backend);
         QSettings* const before = dialog().settings;
         initKestrelSetUI(dialog().host(), m_desk.scanner.handle(), &record, m_folder.path());
-        // What an earlier binding has opened stays for hosts; here it would fill the memory.
-        delete before;
+        // What an earlier binding has opened stays for hosts; here it would fill the memory. It may
+        // be the same object again.
+        kestrel::SettingsCloser()(before);
         m_desk.scanner.clearJournal();
     }
 
