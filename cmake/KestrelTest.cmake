@@ -26,3 +26,14 @@ function(kestrel_add_test name)
                ENVIRONMENT
                "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=1;${leaks};${arg_ENVIRONMENT}")
 endfunction()
+
+# Runs the program of a test at the other scales of usual desktops, too: NAME_at_1.5 and NAME_at_2.
+function(kestrel_test_at_scales name)
+  get_test_property(${name} ENVIRONMENT environment)
+  get_test_property(${name} TIMEOUT timeout)
+  foreach(scale IN ITEMS 1.5 2)
+    add_test(NAME ${name}_at_${scale} COMMAND ${name} --gtest_shuffle)
+    set_tests_properties(${name}_at_${scale} PROPERTIES TIMEOUT ${timeout} ENVIRONMENT
+                                                        "${environment};QT_SCALE_FACTOR=${scale}")
+  endforeach()
+endfunction()

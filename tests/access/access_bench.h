@@ -45,11 +45,21 @@ inline std::vector<QWidget*> controlsIn(const QWidget& parent)
     return found;
 }
 
+/// @return the scale that the test's environment asks for
+inline double scaleOfThisRun()
+{
+    return qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
+}
+
 /// A dialog bound to a scanner with everything.
 class Access : public DialogTest
 {
 protected:
-    Access() : m_scanner(fullScanner()) { bind(m_scanner); }
+    Access() : m_scanner(fullScanner())
+    {
+        EXPECT_DOUBLE_EQ(qApp->devicePixelRatio(), scaleOfThisRun());
+        bind(m_scanner);
+    }
 
     QTabWidget& pages() { return child<QTabWidget>(dialog(), "tabWidget"); }
     QScrollArea& area() { return child<QScrollArea>(dialog(), "scrollArea"); }

@@ -40,9 +40,11 @@ inline double contrast(QRgb one, QRgb other)
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-/// @return the largest contrast of a pixel with the most frequent colour; at least 4 pixels have it
+/// @return the largest contrast of a pixel with the most frequent colour; an area of at least 4
+/// pixels of a screen at scale 1 has it
 inline double contrastIn(const QImage& picture)
 {
+    const int enough = qRound(4 * picture.devicePixelRatio() * picture.devicePixelRatio());
     QHash<QRgb, int> counts;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
@@ -59,15 +61,20 @@ inline double contrastIn(const QImage& picture)
     }
     std::vector<double> found;
     for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        found.insert(found.end(), static_cast<std::size_t>(std::min(it.value(), 4)),
+        found.insert(found.end(), static_cast<std::size_t>(std::min(it.value(), enough)),
                      contrast(it.key(), ground));
     }
-    constexpr std::size_t rank = 3;
-    if (found.size() <= rank) {
+    if (found.size() < static_cast<std::size_t>(enough)) {
         return 1;
     }
-    std::nth_element(found.begin(), found.begin() + rank, found.end(), std::greater<>());
-    return found[rank];
+    std::nth_element(found.begin(), found.begin() + enough - 1, found.end(), std::greater<>());
+    return found[static_cast<std::size_t>(enough - 1)];
+}
+
+/// @return the contrast of what the widget shows at a place in it, at whatever scale
+inline double contrastAt(QWidget& widget, const QRect& place)
+{
+    return contrastIn(widget.grab(place).toImage().convertToFormat(QImage::Format_RGB32));
 }
 
 /// @return the contrast of what the widget shows on its ground, a frame of @p frame pixels aside
@@ -76,8 +83,7 @@ inline double contrastOf(QWidget& widget, int frame = 3)
     QWidget& window = *widget.window();
     const QRect inner = widget.rect().adjusted(frame, frame, -frame, -frame);
     const QPoint corner = widget.mapTo(&window, inner.topLeft());
-    return contrastIn(
-        window.grab({corner, inner.size()}).toImage().convertToFormat(QImage::Format_RGB32));
+    return contrastAt(window, {corner, inner.size()});
 }
 
 inline QPalette darkPalette()
