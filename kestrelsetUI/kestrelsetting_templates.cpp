@@ -12,7 +12,6 @@ using namespace kestrel;
 
 namespace {
 
-const QString kGroup = QStringLiteral("UserTemplates");
 const QString kNames = QStringLiteral("usertemplate");
 const QString kIndex = QStringLiteral("usertemplate_index");
 const QString kPresets = QStringLiteral("preset_template_num");
@@ -54,7 +53,7 @@ struct KestrelSettingUI::TemplateRecord
 
 KestrelSettingUI::TemplateRecord KestrelSettingUI::readTemplates() const
 {
-    settings->beginGroup(kGroup);
+    settings->beginGroup(templateListGroup());
     TemplateRecord record{splitTemplateList(settings->value(kNames).toString()),
                           settings->value(kIndex).toString()};
     settings->endGroup();
@@ -65,7 +64,7 @@ KestrelSettingUI::TemplateRecord KestrelSettingUI::readTemplates() const
 /// @return whether a template is selected
 bool KestrelSettingUI::listTemplates()
 {
-    settings->beginGroup(kGroup);
+    settings->beginGroup(templateListGroup());
     if (settings->value(kPresets).toString().isEmpty()) {
         settings->setValue(kPresets, QStringLiteral("1"));
     }
@@ -152,11 +151,12 @@ void KestrelSettingUI::saveSelectedTemplate()
         return;
     }
     const int index = ui->usertemplate->currentIndex();
-    storeGroup(index > 0 ? ui->usertemplate->currentText() : device_name, false);
-    settings->beginGroup(kGroup);
+    const QString name = index > 0 ? ui->usertemplate->currentText() : device_name;
+    storeGroup(name, false);
+    settings->beginGroup(templateListGroup());
     settings->setValue(kIndex, index);
     settings->endGroup();
-    saveSettings(*settings);
+    saveSettings(*settings, groupsOf({name}));
 }
 
 /// Throws unsaved edits away. A device that never saved keeps what the dialog shows.

@@ -17,7 +17,6 @@
 
 namespace {
 
-const QLatin1String listGroup("UserTemplates");
 const QLatin1String listKey("usertemplate");
 const QLatin1String indexKey("usertemplate_index");
 const QLatin1String presetKey("preset_template_num");
@@ -45,7 +44,7 @@ EditTemplate::~EditTemplate() = default;
 void EditTemplate::setPathINI(QString path)
 {
     settings = kestrel::openSettings(path);
-    settings->beginGroup(listGroup);
+    settings->beginGroup(kestrel::templateListGroup());
     const QString presets = settings->value(presetKey).toString();
     const QStringList names = kestrel::splitTemplateList(settings->value(listKey).toString());
     settings->endGroup();
@@ -72,12 +71,12 @@ void EditTemplate::on_template_add_clicked()
     ui->usertemplate->addItem(name);
     emit addUserTemplate(name);
 
-    settings->beginGroup(listGroup);
+    settings->beginGroup(kestrel::templateListGroup());
     const QString stored = settings->value(listKey).toString();
     settings->setValue(listKey,
                        stored.isEmpty() ? listText() : kestrel::appendTemplate(stored, name));
     settings->endGroup();
-    kestrel::saveSettings(*settings);
+    kestrel::saveSettings(*settings, kestrel::groupsOf({name}));
 }
 
 void EditTemplate::on_template_remove_clicked()
@@ -86,15 +85,16 @@ void EditTemplate::on_template_remove_clicked()
     if (index < preset_count) {
         return;
     }
-    removeGroup(ui->usertemplate->currentText());
+    const QString name = ui->usertemplate->currentText();
+    removeGroup(name);
     ui->usertemplate->setCurrentIndex(0);
     ui->usertemplate->removeItem(index);
 
-    settings->beginGroup(listGroup);
+    settings->beginGroup(kestrel::templateListGroup());
     settings->setValue(listKey, listText());
     settings->setValue(indexKey, QStringLiteral("0"));
     settings->endGroup();
-    kestrel::saveSettings(*settings);
+    kestrel::saveSettings(*settings, kestrel::groupsOf({name}));
     changed = true;
 }
 
@@ -115,10 +115,10 @@ void EditTemplate::on_template_rename_clicked()
     renameUserTemplate(oldName, newName);
     removeGroup(oldName);
 
-    settings->beginGroup(listGroup);
+    settings->beginGroup(kestrel::templateListGroup());
     settings->setValue(listKey, listText());
     settings->endGroup();
-    kestrel::saveSettings(*settings);
+    kestrel::saveSettings(*settings, kestrel::groupsOf({oldName, newName}));
     changed = true;
 }
 
@@ -131,7 +131,7 @@ void EditTemplate::on_template_reset_clicked()
         removeGroup(ui->usertemplate->itemText(index));
         ui->usertemplate->removeItem(index);
     }
-    settings->beginGroup(listGroup);
+    settings->beginGroup(kestrel::templateListGroup());
     // "自订" alone, however many presets the file counts.
     settings->setValue(listKey, workingEntry());
     settings->endGroup();

@@ -38,15 +38,30 @@ void putBack(QSettings& settings, const Snapshot& snapshot)
     tellAll(settings, changed);
 }
 
+/// What is known of a file that is about to be written.
+struct KnownFile
+{
+    QString path;
+    QByteArray content; ///< the bytes before
+    QStringList groups; ///< those that may differ from them; none, if that is not known
+};
+
+bool isWhole(const KnownFile& known, QSettings& settings)
+{
+    QByteArray content;
+    return inspectSettingsFile(known.path, &content) == FileState::Sound &&
+           (holdsGroups(content, settings, known.groups, known.content) ||
+            holds(content, settings));
+}
+
 // After the toolkit may have written: the new file is whole, or the old one comes back.
-SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const QString& path)
+SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const KnownFile& known)
 {
     const bool isUnchanged = held.isUnchanged();
     if (settings.status() == QSettings::NoError && isUnchanged) {
         return SaveOutcome::Complete;
     }
-    QByteArray content;
-    if (inspectSettingsFile(path, &content) == FileState::Sound && holds(content, settings)) {
+    if (isWhole(known, settings)) {
         return isUnchanged ? SaveOutcome::InPlace : SaveOutcome::Complete;
     }
     const Snapshot snapshot = snapshotOf(settings);
@@ -66,23 +81,24 @@ bool writeWithoutMark(const QString& path, const QByteArray& content)
            inspectSettingsFile(path, &written) == FileState::Sound && written == plain;
 }
 
-SaveOutcome saveHeld(QSettings& settings, const QString& path, const QByteArray& content)
+SaveOutcome saveHeld(QSettings& settings, const KnownFile& known)
 {
-    HeldFile held(path);
+    HeldFile held(known.path);
     if (!held.isSafe()) {
         return SaveOutcome::Failed;
     }
-    if (content.startsWith(byteOrderMark) && !writeWithoutMark(path, content)) {
+    if (known.content.startsWith(byteOrderMark) && !writeWithoutMark(known.path, known.content)) {
         held.restore();
         return SaveOutcome::Failed;
     }
     settings.sync();
-    return keepWhole(settings, held, path);
+    return keepWhole(settings, held, known);
 }
 
 } // namespace
 
-SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline)
+SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline,
+                        const QStringList& groups)
 {
     const QString path = settings.fileName();
     const QString directory = QFileInfo(path).absolutePath();
@@ -103,7 +119,7 @@ SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadli
         // back whole with the one write.
         tellAll(settings, snapshotOf(settings));
     }
-    return saveHeld(settings, path, content);
+    return saveHeld(settings, {path, content, groups});
 }
 
 bool makeSafeToRead(const QString& path, QByteArray* content)

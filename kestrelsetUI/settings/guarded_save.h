@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QString>
+#include <QStringList>
 
 class QSettings;
 
@@ -22,7 +23,9 @@ enum class SaveOutcome
 /// @param hadFile whether the toolkit may take something for written: it comes back when somebody
 /// has removed the file.
 /// @param deadline until when to wait, in all, for others that save in the same folder.
-SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline);
+/// @param groups those that have been written to since the file was whole; none, if not known.
+SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline,
+                        const QStringList& groups = {});
 
 /// Clears the way for the toolkit's reader: a refused file is moved aside.
 /// @param content receives the bytes of the file, if there is one to read; may be null.

@@ -69,7 +69,7 @@ public:
 
     bool isLastSaveComplete() const { return !isUnsaved; }
 
-    bool save(std::chrono::milliseconds patience)
+    bool save(std::chrono::milliseconds patience, const QStringList& groups = {})
     {
         if (isInMemory() || !group().isEmpty()) {
             return false;
@@ -77,7 +77,8 @@ public:
         const FileSizeSignalBlocker blocker;
         SaveOutcome outcome = SaveOutcome::Failed;
         try {
-            outcome = saveGuarded(*this, hadFile, patience);
+            // What was left over by a save that failed may be in any group.
+            outcome = saveGuarded(*this, hadFile, patience, isUnsaved ? QStringList() : groups);
         } catch (const std::bad_alloc&) { // as good as no room on the disk
         }
         // One try for each call: what could not be written is not tried again with every turn of
@@ -205,10 +206,10 @@ SettingsHandle openSettings(const QString& path)
     return SettingsHandle(shared);
 }
 
-bool saveSettings(QSettings& settings)
+bool saveSettings(QSettings& settings, const QStringList& groups)
 {
     auto* const file = dynamic_cast<SettingsFile*>(&settings);
-    return file != nullptr && file->save(savePatience);
+    return file != nullptr && file->save(savePatience, groups);
 }
 
 } // namespace kestrel

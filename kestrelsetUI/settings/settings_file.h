@@ -5,6 +5,7 @@
 
 #include <QSettings>
 #include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <memory>
@@ -41,8 +42,10 @@ constexpr std::chrono::milliseconds savePatience{1000};
 ///
 /// Blocks while another process saves, for savePatience at most.
 /// @param settings an object from openSettings().
+/// @param groups all those that have been written to since the last save; none, if that is not
+/// known. It makes the look at the bytes quick where the file is large.
 /// @return true if the file holds everything; false if the old file stands, or there is no file to
 /// write. The object keeps its values either way, so that a later call can succeed.
-bool saveSettings(QSettings& settings);
+bool saveSettings(QSettings& settings, const QStringList& groups = {});
 
 } // namespace kestrel

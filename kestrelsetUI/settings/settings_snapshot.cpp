@@ -3,6 +3,7 @@
 #include "settings/ini_line_reader.h"
 #include "settings/ini_names.h"
 #include "settings/ini_scanner.h"
+#include "settings/ini_sections.h"
 #include "settings/ini_value_reader.h"
 
 #include <QSet>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace kestrel {
 
@@ -83,21 +85,19 @@ bool isOddName(const QString& key)
            key.contains(QLatin1String("//"));
 }
 
-// The answer for nearly all files, in one walk without a copy of what they hold: a thousand
-// templates take their time. A "no" is to be looked at closely.
-bool holdsLineByLine(const QByteArray& content, const QSettings& settings)
+/// Compares lines with what the toolkit holds. A "no" is to be looked at closely.
+class LineComparison
 {
-    int count = 0;
-    QString prefix;
-    QString key;
-    LineReader reader(content);
-    Line line{};
-    while (reader.next(line)) {
+public:
+    explicit LineComparison(const QSettings& settings) : settings(settings) {}
+
+    bool isHeld(const Line& line)
+    {
         if (*line.text.begin == '[') {
             prefix = groupPrefix(line.text);
-            continue;
+            return true;
         }
-        ++count;
+        ++values;
         if (line.equals == nullptr) {
             return false;
         }
@@ -108,12 +108,85 @@ bool holdsLineByLine(const QByteArray& content, const QSettings& settings)
             return false;
         }
         const QVariant wanted = settings.value(key);
-        if (!isWrittenAsText(wanted) ||
-            !isValue({line.equals + 1, line.text.end}, wanted.toString())) {
+        return isWrittenAsText(wanted) &&
+               isValue({line.equals + 1, line.text.end}, wanted.toString());
+    }
+
+    /// How many lines have had a value.
+    int count() const { return values; }
+
+private:
+    const QSettings& settings;
+    QString prefix;
+    QString key;
+    int values = 0;
+};
+
+// The answer for nearly all files, in one walk without a copy of what they hold.
+bool holdsLineByLine(const QByteArray& content, const QSettings& settings)
+{
+    LineComparison comparison(settings);
+    LineReader reader(content);
+    Line line{};
+    while (reader.next(line)) {
+        if (!comparison.isHeld(line)) {
             return false;
         }
     }
-    return count == settings.allKeys().size();
+    return comparison.count() == settings.allKeys().size();
+}
+
+// A value that goes on in the next line would change what the following sections mean.
+bool endsInItsLine(const Line& line)
+{
+    return std::find(line.text.begin, line.text.end, '\n') == line.text.end;
+}
+
+bool holdsSection(const Section& section, LineComparison& comparison)
+{
+    const QByteArray text = QByteArray::fromRawData(
+        section.text.begin, static_cast<int>(section.text.end - section.text.begin));
+    LineReader reader(text);
+    Line line{};
+    while (reader.next(line)) {
+        if (!endsInItsLine(line) || !comparison.isHeld(line)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+int countOfKeys(QSettings& settings, const QString& group)
+{
+    settings.beginGroup(group);
+    const int count = settings.allKeys().size();
+    settings.endGroup();
+    return count;
+}
+
+/// The sections of a file, those of some groups apart from the others.
+struct SortedSections
+{
+    std::vector<Section> wanted;
+    std::vector<Section> others;
+};
+
+SortedSections sortSections(const QByteArray& content, const QStringList& prefixes)
+{
+    SortedSections sorted;
+    SectionReader reader(content);
+    Section section{};
+    while (reader.next(section)) {
+        const bool isWanted = section.isNamed() && prefixes.contains(section.prefix());
+        (isWanted ? sorted.wanted : sorted.others).push_back(section);
+    }
+    return sorted;
+}
+
+bool areSame(const std::vector<Section>& a, const std::vector<Section>& b)
+{
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(),
+                      [](const Section& x, const Section& y) { return isSame(x.text, y.text); });
 }
 
 // Lines are counted because the toolkit can't read back every name that it takes over from a file
@@ -170,6 +243,28 @@ bool holds(const QByteArray& content, const QSettings& settings)
     const bool isCut = !content.isEmpty() && !content.endsWith('\n');
     return !isCut &&
            (holdsLineByLine(content, settings) || holdsInAnyForm(content, snapshotOf(settings)));
+}
+
+bool holdsGroups(const QByteArray& content, QSettings& settings, const QStringList& groups,
+                 const QByteArray& before)
+{
+    if (groups.isEmpty() || !content.endsWith('\n')) {
+        return false;
+    }
+    QStringList prefixes;
+    int keys = 0;
+    for (const QString& group : groups) {
+        prefixes.append(group + QLatin1Char('/'));
+        keys += countOfKeys(settings, group);
+    }
+    const SortedSections now = sortSections(content, prefixes);
+    LineComparison comparison(settings);
+    const bool isHeld =
+        std::all_of(now.wanted.cbegin(), now.wanted.cend(), [&comparison](const Section& section) {
+            return holdsSection(section, comparison);
+        });
+    return isHeld && comparison.count() == keys &&
+           areSame(now.others, sortSections(before, prefixes).others);
 }
 
 } // namespace kestrel

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 class QSettings;
@@ -24,5 +25,14 @@ void tellAll(QSettings& settings, const Snapshot& snapshot);
 /// Whether a file with the bytes @p content holds @p settings, which have no group open, whole.
 /// Texts and numbers are compared; of other values only the lines are counted.
 bool holds(const QByteArray& content, const QSettings& settings);
+
+/// The same, quickly: sections of a new file that are byte for byte those of the old one hold what
+/// they held.
+/// @param settings an object with no group open.
+/// @param groups those that may have changed since the file held @p before; none, if that is not
+/// known.
+/// @return false also where that is not enough to tell.
+bool holdsGroups(const QByteArray& content, QSettings& settings, const QStringList& groups,
+                 const QByteArray& before);
 
 } // namespace kestrel

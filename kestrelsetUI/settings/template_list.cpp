@@ -35,4 +35,18 @@ QString groupName(const QString& name)
     return name;
 }
 
+QString templateListGroup()
+{
+    return QStringLiteral("UserTemplates");
+}
+
+QStringList groupsOf(const QStringList& names)
+{
+    QStringList groups{templateListGroup()};
+    for (const QString& name : names) {
+        groups.append(groupName(name));
+    }
+    return groups;
+}
+
 } // namespace kestrel

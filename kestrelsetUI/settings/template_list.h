@@ -20,4 +20,10 @@ QString appendTemplate(const QString& text, const QString& name);
 /// for the spellings of "General" that the INI layer would read back as another group.
 QString groupName(const QString& name);
 
+/// The group that holds the list of templates and which of them is selected.
+QString templateListGroup();
+
+/// @return the groups of the templates @p names, and templateListGroup().
+QStringList groupsOf(const QStringList& names);
+
 } // namespace kestrel

@@ -211,6 +211,37 @@ TEST(SettingsOnAFullDisk, OldFileOrNewFileAtEveryLimitOfSize)
     }
 }
 
+// Also where the file ends just before the new group, or with a line of it.
+TEST(SettingsOnAFullDisk, NewGroupIsMissedAtEveryLimitOfSizeThatCutsIt)
+{
+    const SettingsFolder folder;
+    // The limit holds for the toolkit's small lock file, too.
+    const QString filler(1000, QLatin1Char('x'));
+    const QByteArray added("\n[Zoo]\nb=2\nc=3\n");
+    for (int room = 0; room <= added.size(); ++room) {
+        inChildProcess([&] {
+            const QString path = folder.filePath(QString::number(room));
+            const SettingsHandle settings = openSettings(path);
+            settings->setValue(QStringLiteral("Alpha/a"), filler);
+            ASSERT_TRUE(saveSettings(*settings));
+            settings->setValue(QStringLiteral("Zoo/b"), QStringLiteral("2"));
+            settings->setValue(QStringLiteral("Zoo/c"), QStringLiteral("3"));
+            rlimit before{};
+            ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+            rlimit during = before;
+            during.rlim_cur = static_cast<rlim_t>(QFileInfo(path).size() + room);
+            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
+            const bool isSaved = saveSettings(*settings, {QStringLiteral("Zoo")});
+            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+            EXPECT_EQ(isSaved, room == added.size()) << room;
+            EXPECT_EQ(readAfterRestart(path).size(), isSaved ? 3 : 1) << room;
+            // Whatever is told now: nothing of what was refused is forgotten.
+            EXPECT_TRUE(saveSettings(*settings, {QStringLiteral("Alpha")}));
+            EXPECT_EQ(readAfterRestart(path).size(), 3) << room;
+        });
+    }
+}
+
 TEST(SettingsOnAFullDisk, SignalsOfTheHostAreAsBefore)
 {
     const SettingsFolder folder;
