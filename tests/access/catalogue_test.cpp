@@ -1,20 +1,13 @@
 // The dialog with the English catalogue: other words, the same settings.
 #include "access/access_bench.h"
+#include "access/english.h"
+#include "access/text_room.h"
 #include "support/message_boxes.h"
 
 #include <dialogs/addusertemplate.h>
 #include <dialogs/edittemplate.h>
 
-#include <QCheckBox>
-#include <QFontMetrics>
-#include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QRegularExpression>
-#include <QStyleOption>
-#include <QTabBar>
-#include <QTranslator>
 
 #include <memory>
 #include <set>
@@ -24,35 +17,6 @@
 using namespace kestrel::test;
 
 namespace {
-
-/// The English texts are in force while it lives.
-class English
-{
-public:
-    English()
-    {
-        EXPECT_TRUE(m_translator.load(QStringLiteral(KESTREL_CATALOGUE)));
-        QCoreApplication::installTranslator(&m_translator);
-    }
-
-private:
-    QTranslator m_translator;
-};
-
-/// The font of the application while it lives.
-class Font
-{
-public:
-    Font(const char* family, int points) : m_before(QApplication::font())
-    {
-        QApplication::setFont(QFont(QString::fromUtf8(family), points));
-    }
-    ~Font() { QApplication::setFont(m_before); }
-    Q_DISABLE_COPY_MOVE(Font)
-
-private:
-    QFont m_before;
-};
 
 /// What comes out of a session: everything that was set, with its bytes, and the file.
 struct Outcome
@@ -132,61 +96,6 @@ bool isChinese(const QString& text)
     return text.contains(han);
 }
 
-/// @return the room that the widget has for its text; negative when it shows none of its own
-int roomForText(const QWidget& widget)
-{
-    if (const auto* const check = qobject_cast<const QCheckBox*>(&widget)) {
-        QStyleOptionButton option;
-        option.initFrom(check);
-        return check->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, check).width();
-    }
-    if (const auto* const radio = qobject_cast<const QRadioButton*>(&widget)) {
-        QStyleOptionButton option;
-        option.initFrom(radio);
-        return radio->style()
-            ->subElementRect(QStyle::SE_RadioButtonContents, &option, radio)
-            .width();
-    }
-    if (const auto* const combo = qobject_cast<const QComboBox*>(&widget)) {
-        QStyleOptionComboBox option;
-        option.initFrom(combo);
-        return combo->style()
-            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo)
-            .width();
-    }
-    if (qobject_cast<const QLabel*>(&widget) != nullptr) {
-        return widget.width();
-    }
-    return qobject_cast<const QPushButton*>(&widget) != nullptr ? widget.width() - 2 : -1;
-}
-
-QStringList textsOf(const QWidget& widget)
-{
-    if (const auto* const combo = qobject_cast<const QComboBox*>(&widget)) {
-        return items(*combo);
-    }
-    return {widget.property("text").toString()};
-}
-
-void expectTextsToFit(const QWidget& parent)
-{
-    for (const QWidget* widget : parent.findChildren<QWidget*>()) {
-        const int room = roomForText(*widget);
-        if (room < 0 || !widget->isVisible()) {
-            continue;
-        }
-        for (const QString& text : textsOf(*widget)) {
-            EXPECT_GE(room, widget->fontMetrics().horizontalAdvance(text))
-                << widget->objectName().toStdString() << ": " << text.toStdString();
-        }
-    }
-    for (const QGroupBox* box : parent.findChildren<QGroupBox*>()) {
-        EXPECT_TRUE(!box->isVisible() ||
-                    box->width() >= box->fontMetrics().horizontalAdvance(box->title()) + 20)
-            << box->title().toStdString();
-    }
-}
-
 class Catalogue : public testing::Test
 {
 protected:
@@ -248,51 +157,4 @@ TEST_F(Catalogue, TheEntryThatStandsInTheFileKeepsItsName)
     EXPECT_EQ(child<QComboBox>(dialog, "usertemplate").itemText(0), QStringLiteral("自订"));
     EXPECT_EQ(child<QComboBox>(*dialog.edit_template, "usertemplate").itemText(0),
               QStringLiteral("自订"));
-}
-
-class CatalogueFits : public testing::TestWithParam<std::pair<const char*, int>>
-{
-};
-
-INSTANTIATE_TEST_SUITE_P(Fonts, CatalogueFits,
-                         testing::Values(std::pair("DejaVu Sans", 9),
-                                         std::pair("Noto Sans CJK SC", 10)));
-
-TEST_P(CatalogueFits, NoTextOfTheDialogIsCutOff)
-{
-    const Font font(GetParam().first, GetParam().second);
-    const English english;
-    DialogProbe dialog;
-    dialog.show();
-    auto& pages = child<QTabWidget>(dialog, "tabWidget");
-    for (const char* hidden : {"cachemode_memory", "cachemode_pagecount", "preview"}) {
-        child<QWidget>(dialog, hidden).show();
-    }
-    for (int index = 0; index < pages.count(); ++index) {
-        pages.setCurrentIndex(index);
-        settle();
-        expectTextsToFit(dialog);
-        QFont bold = pages.tabBar()->font();
-        bold.setPixelSize(16);
-        bold.setBold(true);
-        EXPECT_TRUE(!pages.isTabEnabled(index) ||
-                    pages.tabBar()->tabRect(index).width() - 10 >=
-                        QFontMetrics(bold).horizontalAdvance(pages.tabText(index)))
-            << index;
-    }
-    EXPECT_LE(pages.tabBar()->tabRect(pages.count() - 1).right(), pages.width());
-}
-
-TEST_P(CatalogueFits, NoTextOfTheSmallDialogsIsCutOff)
-{
-    const Font font(GetParam().first, GetParam().second);
-    const English english;
-    DialogProbe dialog;
-    for (const char* name : {"EditTemplate", "AddUserTemplate", "CustomResolution"}) {
-        auto& small = child<QDialog>(dialog, name);
-        small.setModal(false);
-        small.show();
-        settle();
-        expectTextsToFit(small);
-    }
 }
