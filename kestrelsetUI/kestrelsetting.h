@@ -131,7 +131,7 @@ public:
     /// Sends the power saving and power off settings, times in minutes.
     void setPowerManager();
 
-    // Settings file and templates (_configuration, _templates)
+    // Settings file and templates (_configuration, _loading, _templates)
     /// Keeps a folder for the host; the dialog itself saves nothing there.
     /// @param path UTF-8; a slash is appended to it in place, so the buffer needs room for one more
     ///        character. Null changes nothing
