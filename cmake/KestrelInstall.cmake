@@ -6,6 +6,7 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KestrelSettingUI")
 configure_package_config_file(
   cmake/KestrelSettingUIConfig.cmake.in "${CMAKE_CURRENT_BINARY_DIR}/KestrelSettingUIConfig.cmake"
   INSTALL_DESTINATION "${package_dir}"
+  PATH_VARS KESTREL_TRANSLATIONS_DIR
   NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/KestrelSettingUIConfigVersion.cmake"
                                  COMPATIBILITY SameMajorVersion)

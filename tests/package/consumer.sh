@@ -80,6 +80,20 @@ mkdir "$work/pkgconfig"
 quietly "compiling with pkg-config" "$CXX" $CXXFLAGS -fPIC -o "$work/pkgconfig/settings-host" \
     "$here/consumer/main.cpp" $(pkg-config --cflags --libs kestrel-settingui)
 
+texts=$(pkg-config --variable=translationsdir kestrel-settingui)
+[ "$texts" -ef "$work/usr/share/kestrel-settingui/translations" ] || fail "pkg-config looks for the texts in $texts"
+quietly "configuring the English host" "$CMAKE" -S "$here/english" -B "$work/english" \
+    -DCMAKE_PREFIX_PATH="$work/usr" -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_CXX_FLAGS="$CXXFLAGS"
+quietly "building the English host" "$CMAKE" --build "$work/english"
+# shellcheck disable=SC2046,SC2086
+quietly "compiling the English host with pkg-config" "$CXX" $CXXFLAGS -fPIC -o "$work/english/by-pkg-config" \
+    "$here/english/main.cpp" -DSETTINGS_TEXTS="\"$texts\"" $(pkg-config --cflags --libs kestrel-settingui)
+for made in english-host by-pkg-config; do
+    quietly "the English host ($made)" env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work" \
+        LD_LIBRARY_PATH="$work/usr/$libdir" "$work/english/$made"
+    grep -qx OK "$work/log" || fail "the English host ($made) does not speak English:" "$work/log"
+done
+
 simulator=$work/usr/$libdir/kestrel-settingui/simulator
 for made in cmake pkgconfig; do
     libraries=$simulator/sane
