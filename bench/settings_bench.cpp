@@ -5,10 +5,8 @@
 #include "settings/settings_file.h"
 #include "settings/settings_table.h"
 
-#include <QFile>
 #include <QScrollBar>
 
-#include <algorithm>
 #include <memory>
 
 namespace kestrel::bench {
@@ -143,39 +141,12 @@ void bareSaving(benchmark::State& state)
     }
 }
 
-/// The same, and the toolkit reads the file once more: who has saved without looking does not know
-/// whether the disk was full.
-void bareCheckedSaving(benchmark::State& state)
-{
-    const auto folder = freshFolder(static_cast<int>(state.range(0)));
-    const QString path = folder->file(settingsFileName());
-    QSettings settings(path, QSettings::IniFormat);
-    settings.allKeys();
-    std::int64_t round = 0;
-    for (auto _ : state) {
-        saveBarely(settings, brightness(++round));
-        // The toolkit remembers files by name.
-        const QString name = folder->file(QString::number(round));
-        QFile::link(path, name);
-        const QSettings written(name, QSettings::IniFormat);
-        const QStringList keys = written.allKeys();
-        const bool isWhole = keys.size() == settings.allKeys().size() &&
-                             std::all_of(keys.begin(), keys.end(), [&](const QString& key) {
-                                 return written.value(key) == settings.value(key);
-                             });
-        if (!isWhole) {
-            state.SkipWithError("the file does not hold what was saved");
-        }
-    }
-}
-
 BENCHMARK(openConfiguration)->Arg(0)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(bareOpening)->Arg(0)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadConfiguration)->Arg(0)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(bareLoading)->Arg(0)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(saveConfiguration)->Arg(0)->Arg(kSome)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(bareSaving)->Arg(0)->Arg(kSome)->Arg(kMany)->Unit(benchmark::kMillisecond);
-BENCHMARK(bareCheckedSaving)->Arg(kMany)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
@@ -190,10 +161,7 @@ void addSettingsRows(Table& table)
     addRow("loading, 1,000 templates", "loadConfiguration/1000", "bareLoading/1000");
     addRow("saving the configuration", "saveConfiguration/0", "bareSaving/0");
     addRow("saving, 100 templates", "saveConfiguration/100", "bareSaving/100");
-    addRow("saving, 1,000 templates, both checked", "saveConfiguration/1000",
-           "bareCheckedSaving/1000");
-    table.add("saving, 1,000 templates, rival unchecked", "saveConfiguration/1000",
-              justBeside("bareSaving/1000"));
+    addRow("saving, 1,000 templates", "saveConfiguration/1000", "bareSaving/1000");
     table.add("saving, 1,000 templates against 100", "saveConfiguration/1000",
               against("saveConfiguration/100", kTenfoldKeys));
 }

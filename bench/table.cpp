@@ -96,20 +96,12 @@ bool Table::print(const Row& row) const
                               ? row.limit.factor
                               : median(row.limit.large) / median(row.limit.small);
     const double limit = rival * factor + row.limit.plus;
-    // Also without a time of the rival: then the row is a miss.
-    const bool isLimited =
-        row.limit.factor > 0.0 || row.limit.plus > 0.0 || !row.limit.small.empty();
-    const char* verdict = "";
-    bool good = !std::isnan(measured);
-    if (isLimited) {
-        // Written so that a benchmark without a time is a miss.
-        good = measured <= limit * kMargin;
-        verdict = !good ? "MISSED" : measured > limit ? "close" : "ok";
-    }
-    std::printf("| %s | %11.3f | %9s | %9s | %8s | %-7s |\n", padded(row.title).c_str(), measured,
-                hasRival ? number(rival, "%.3f").c_str() : "",
-                isLimited ? number(limit, "%.3f").c_str() : "",
-                isLimited ? number(100.0 * measured / limit, "%.0f %%").c_str() : "", verdict);
+    // Written so that a benchmark, or a rival, without a time is a miss.
+    const bool good = measured <= limit * kMargin;
+    const char* const verdict = !good ? "MISSED" : measured > limit ? "close" : "ok";
+    std::printf("| %s | %11.3f | %9s | %9.3f | %6.0f %% | %-7s |\n", padded(row.title).c_str(),
+                measured, hasRival ? number(rival, "%.3f").c_str() : "", limit,
+                100.0 * measured / limit, verdict);
     return good;
 }
 

@@ -20,16 +20,6 @@ struct Limit
     std::string large;   ///< empty: it is `factor`
 };
 
-/// A row without limit: what its time grows from.
-inline Limit noLimit()
-{
-    return {};
-}
-/// A row to compare, without limit.
-inline Limit justBeside(const std::string& rival)
-{
-    return {rival, 0.0, 0.0, {}, {}};
-}
 /// At most so many milliseconds.
 inline Limit atMost(double milliseconds)
 {
