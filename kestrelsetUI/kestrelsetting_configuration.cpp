@@ -79,7 +79,7 @@ void KestrelSettingUI::writeDefaultConfig(QString group)
 {
     if (settings != nullptr) {
         storeGroup(group, true);
-        saveSettings(*settings);
+        saveSettings(*settings, groupsOf({group}));
     }
 }
 
@@ -87,7 +87,7 @@ void KestrelSettingUI::writeConfig(QString group)
 {
     if (settings != nullptr) {
         storeGroup(group, false);
-        saveSettings(*settings);
+        saveSettings(*settings, groupsOf({group}));
     }
 }
 
