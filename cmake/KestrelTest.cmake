@@ -1,3 +1,8 @@
+# Under an emulator everything takes longer, but a test that hangs has to end.
+set(KESTREL_TEST_TIMEOUT_FACTOR
+    1
+    CACHE STRING "What the time limit of a test is multiplied with")
+
 # One test program, one ctest entry. Programs are kept small so that ctest can run them side by side.
 #   kestrel_add_test(NAME SOURCES ... [LIBRARIES ...] [GUI] [TIMEOUT seconds] [LABELS ...] [ENVIRONMENT ...])
 # GUI: the program gets a QApplication on the offscreen platform; without it there is no application at
@@ -18,6 +23,7 @@ function(kestrel_add_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
+  math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * ${KESTREL_TEST_TIMEOUT_FACTOR}")
   set(leaks "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
   set_tests_properties(
     ${name}
