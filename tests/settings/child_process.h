@@ -26,4 +26,18 @@ void inChildProcess(Body body)
     EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
+/// Runs @p body without root's powers.
+template <typename Body>
+void asOrdinaryUser(Body body)
+{
+    inChildProcess([body] {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0) {
+            ASSERT_EQ(::setegid(nobody), 0);
+            ASSERT_EQ(::seteuid(nobody), 0);
+        }
+        body();
+    });
+}
+
 } // namespace kestrel::test

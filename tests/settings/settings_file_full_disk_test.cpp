@@ -3,15 +3,10 @@
 #include "settings/settings_file.h"
 
 #include "child_process.h"
+#include "no_room.h"
 #include "settings_folder.h"
 
 #include <csignal>
-
-#include <fcntl.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -19,8 +14,6 @@ using namespace kestrel::test;
 namespace {
 
 constexpr int keyCount = 200;
-constexpr int pages = 16;
-constexpr int pageSize = 4096;
 
 QString keyNamed(int number)
 {
@@ -43,42 +36,10 @@ Values allWith(const QString& value)
     return values;
 }
 
-void writeText(const char* path, const QByteArray& text)
+bool saveWithin(rlim_t bytes, QSettings& settings)
 {
-    QFile file(QString::fromLatin1(path));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path;
-    ASSERT_EQ(file.write(text), text.size());
-}
-
-/// Mounts a tiny file system on @p folder, visible to this process only.
-void mountTinyDisk(const QString& folder)
-{
-    const uid_t user = ::geteuid();
-    const gid_t group = ::getegid();
-    if (user == 0) {
-        ASSERT_EQ(::unshare(CLONE_NEWNS), 0) << "the test needs mount namespaces";
-    } else {
-        ASSERT_EQ(::unshare(CLONE_NEWUSER | CLONE_NEWNS), 0) << "the test needs user namespaces";
-        writeText("/proc/self/setgroups", "deny");
-        writeText("/proc/self/uid_map", "0 " + QByteArray::number(user) + " 1");
-        writeText("/proc/self/gid_map", "0 " + QByteArray::number(group) + " 1");
-    }
-    ASSERT_EQ(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
-    ASSERT_EQ(::mount("tiny", QFile::encodeName(folder).constData(), "tmpfs", 0, "size=64k"), 0);
-}
-
-/// Fills the disk until @p freePages are left.
-void fill(const QString& folder, int freePages)
-{
-    QFile all(folder + QStringLiteral("/filler"));
-    ASSERT_TRUE(all.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    const QByteArray page(pageSize, 'x');
-    int written = 0;
-    while (all.write(page) == page.size()) {
-        ++written;
-    }
-    ASSERT_LE(written, pages);
-    ASSERT_TRUE(all.resize(static_cast<qint64>(std::max(written - freePages, 0)) * pageSize));
+    const FileSizeLimit limit(bytes);
+    return saveSettings(settings);
 }
 
 struct Outcome
@@ -196,13 +157,7 @@ TEST(SettingsOnAFullDisk, OldFileOrNewFileAtEveryLimitOfSize)
             setAll(*settings, QStringLiteral("old"));
             ASSERT_TRUE(saveSettings(*settings));
             setAll(*settings, QStringLiteral("new"));
-            rlimit before{};
-            ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-            rlimit during = before;
-            during.rlim_cur = limit;
-            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
-            const bool saved = saveSettings(*settings);
-            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+            const bool saved = saveWithin(limit, *settings);
             expectOldOrNew({saved, readAfterRestart(path)}, allWith(QStringLiteral("old")));
             // Old and new file are of the same size.
             const auto size = static_cast<rlim_t>(QFileInfo(path).size());
@@ -226,13 +181,10 @@ TEST(SettingsOnAFullDisk, NewGroupIsMissedAtEveryLimitOfSizeThatCutsIt)
             ASSERT_TRUE(saveSettings(*settings));
             settings->setValue(QStringLiteral("Zoo/b"), QStringLiteral("2"));
             settings->setValue(QStringLiteral("Zoo/c"), QStringLiteral("3"));
-            rlimit before{};
-            ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-            rlimit during = before;
-            during.rlim_cur = static_cast<rlim_t>(QFileInfo(path).size() + room);
-            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
-            const bool isSaved = saveSettings(*settings, {QStringLiteral("Zoo")});
-            ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+            const bool isSaved = [&] {
+                const FileSizeLimit limit(static_cast<rlim_t>(QFileInfo(path).size() + room));
+                return saveSettings(*settings, {QStringLiteral("Zoo")});
+            }();
             EXPECT_EQ(isSaved, room == added.size()) << room;
             EXPECT_EQ(readAfterRestart(path).size(), isSaved ? 3 : 1) << room;
             // Whatever is told now: nothing of what was refused is forgotten.
@@ -248,13 +200,7 @@ TEST(SettingsOnAFullDisk, SignalsOfTheHostAreAsBefore)
     inChildProcess([&] {
         const SettingsHandle settings = openSettings(folder.filePath());
         setAll(*settings, QStringLiteral("old"));
-        rlimit before{};
-        ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-        rlimit during = before;
-        during.rlim_cur = 100;
-        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
-        EXPECT_FALSE(saveSettings(*settings));
-        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+        EXPECT_FALSE(saveWithin(100, *settings));
         sigset_t mask{};
         ASSERT_EQ(::pthread_sigmask(SIG_BLOCK, nullptr, &mask), 0);
         EXPECT_EQ(sigismember(&mask, SIGXFSZ), 0);

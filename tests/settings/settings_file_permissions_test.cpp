@@ -17,20 +17,6 @@ namespace {
 const QString keyA = QStringLiteral("ScannerA/brightness");
 const QString plainName = QStringLiteral("ScannerA.ini");
 
-/// Runs @p body without root's powers.
-template <typename Body>
-void asOrdinaryUser(Body body)
-{
-    inChildProcess([body] {
-        constexpr uid_t nobody = 65534;
-        if (::geteuid() == 0) {
-            ASSERT_EQ(::setegid(nobody), 0);
-            ASSERT_EQ(::seteuid(nobody), 0);
-        }
-        body();
-    });
-}
-
 } // namespace
 
 TEST(SettingsWithoutPermission, UnwritableFolderKeepsTheOldFile)
