@@ -1,10 +1,10 @@
 #include "settings/settings_file.h"
 
 #include "settings/directory_lock.h"
-#include "settings/file_size_signal.h"
 #include "settings/guarded_save.h"
 #include "settings/held_file.h"
 #include "settings/ini_line_reader.h"
+#include "system/signal_blocker.h"
 
 #include <QAtomicInt>
 #include <QCoreApplication>
@@ -13,6 +13,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <csignal>
 #include <new>
 
 namespace kestrel {
@@ -74,7 +75,7 @@ public:
         if (isInMemory() || !group().isEmpty()) {
             return false;
         }
-        const FileSizeSignalBlocker blocker;
+        const SignalBlocker blocker(SIGXFSZ);
         SaveOutcome outcome = SaveOutcome::Failed;
         try {
             // What was left over by a save that failed may be in any group.
@@ -192,7 +193,7 @@ SettingsHandle openSettings(const QString& path)
     if (path.isEmpty()) {
         return openInMemory(path);
     }
-    const FileSizeSignalBlocker blocker;
+    const SignalBlocker blocker(SIGXFSZ);
     const QString absolutePath = QFileInfo(path).absoluteFilePath();
     SettingsFile* const shared = unsavedFile(absolutePath);
     if (shared == nullptr) {
