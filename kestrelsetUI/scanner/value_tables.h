@@ -3,7 +3,10 @@
 /// boxes.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <strings.h>
 
 namespace kestrel::tables {
 
@@ -36,11 +39,26 @@ inline constexpr Texts<2> background_smoothing_label = {"自动", "网纹"};
 inline constexpr Texts<2> background_removal_label  = {"白色", "自动"};
 // clang-format on
 
+/// Whether two words of a scanner are the same one; upper or lower case says nothing.
+inline bool sameText(const char* a, const char* b)
+{
+    return strcasecmp(a, b) == 0;
+}
+
 /// The entry at an enumerator.
 template <std::size_t Size, typename Index>
 constexpr const char* at(const Texts<Size>& table, Index index)
 {
     return table[static_cast<std::size_t>(index)];
+}
+
+/// Index of a text in a table, ignoring case; -1 when it is not there.
+template <std::size_t Size>
+int indexIn(const Texts<Size>& table, const char* text)
+{
+    const auto found = std::find_if(table.begin(), table.end(),
+                                    [text](const char* entry) { return sameText(entry, text); });
+    return found != table.end() ? static_cast<int>(found - table.begin()) : -1;
 }
 
 } // namespace kestrel::tables

@@ -65,3 +65,24 @@ TEST(ValueTables, NoValueIsTooLongToBeSent)
         }
     }
 }
+
+TEST(ValueTables, AWordOfTheScannerIsFoundInAnyCase)
+{
+    EXPECT_EQ(tables::indexIn(tables::cachemode, "None"), 0);
+    EXPECT_EQ(tables::indexIn(tables::cachemode, "memory SIZE"), 2);
+    EXPECT_EQ(tables::at(tables::cachemode, tables::indexIn(tables::cachemode, "PAGE number")),
+              std::string("Page Number"));
+}
+
+TEST(ValueTables, AWordThatIsNoEntryIsNotFound)
+{
+    EXPECT_EQ(tables::indexIn(tables::cachemode, "Memory"), -1);
+    EXPECT_EQ(tables::indexIn(tables::cachemode, "Memory Size "), -1);
+    EXPECT_EQ(tables::indexIn(tables::cachemode, ""), -1);
+}
+
+TEST(ValueTables, OfTwoEntriesThatAreTheSameWordTheFirstIsFound)
+{
+    constexpr tables::Texts<3> kTwice = {"Auto", "White", "AUTO"};
+    EXPECT_EQ(tables::indexIn(kTwice, "auto"), 0);
+}
