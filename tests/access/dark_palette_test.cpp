@@ -1,6 +1,7 @@
 // Whatever colours the user's desktop has, texts can be read.
 #include "access/access_bench.h"
 #include "access/contrast.h"
+#include "access/palettes.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -9,6 +10,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabBar>
+
+#include <functional>
+#include <vector>
 
 using namespace kestrel::test;
 
@@ -70,6 +74,16 @@ void expectLegible(QWidget& parent)
     EXPECT_GT(looked, 0);
 }
 
+/// Calls @p look with the colours of each desktop in force.
+void onEachDesktop(const std::function<void()>& look)
+{
+    for (const Desktop& desktop : desktops()) {
+        SCOPED_TRACE(desktop.name);
+        const PaletteInForce inForce(desktop.palette);
+        look();
+    }
+}
+
 class Colours : public Access
 {
 };
@@ -79,9 +93,7 @@ class Colours : public Access
 TEST_F(Colours, EveryEnabledTextOfTheDialogIsLegible)
 {
     destroy();
-    for (const Desktop& desktop : desktops()) {
-        SCOPED_TRACE(desktop.name);
-        const PaletteInForce inForce(desktop.palette);
+    onEachDesktop([&] {
         DialogProbe dialog;
         dialog.show();
         for (QWidget* part : dialog.findChildren<QWidget*>()) {
@@ -99,14 +111,12 @@ TEST_F(Colours, EveryEnabledTextOfTheDialogIsLegible)
             }
             expectLegible(dialog);
         }
-    }
+    });
 }
 
 TEST_F(Colours, EveryTabIsLegible)
 {
-    for (const Desktop& desktop : desktops()) {
-        SCOPED_TRACE(desktop.name);
-        const PaletteInForce inForce(desktop.palette);
+    onEachDesktop([&] {
         show();
         QTabBar& bar = *pages().tabBar();
         pages().setCurrentIndex(0);
@@ -118,14 +128,12 @@ TEST_F(Colours, EveryTabIsLegible)
                     << index;
             }
         }
-    }
+    });
 }
 
 TEST_F(Colours, TitlesOfGroupsAreLegible)
 {
-    for (const Desktop& desktop : desktops()) {
-        SCOPED_TRACE(desktop.name);
-        const PaletteInForce inForce(desktop.palette);
+    onEachDesktop([&] {
         show();
         onEachPage([](QWidget& page) {
             for (QGroupBox* box : page.findChildren<QGroupBox*>()) {
@@ -138,14 +146,12 @@ TEST_F(Colours, TitlesOfGroupsAreLegible)
                     << box->objectName().toStdString();
             }
         });
-    }
+    });
 }
 
 TEST_F(Colours, OpenListsAreLegible)
 {
-    for (const Desktop& desktop : desktops()) {
-        SCOPED_TRACE(desktop.name);
-        const PaletteInForce inForce(desktop.palette);
+    onEachDesktop([&] {
         show();
         pages().setCurrentIndex(0);
         settle();
@@ -158,15 +164,13 @@ TEST_F(Colours, OpenListsAreLegible)
             EXPECT_GE(contrastAt(*items.viewport(), place), enoughContrast) << row;
         }
         list.hidePopup();
-    }
+    });
 }
 
 TEST_F(Colours, SmallDialogsAreLegible)
 {
     destroy();
-    for (const Desktop& desktop : desktops()) {
-        SCOPED_TRACE(desktop.name);
-        const PaletteInForce inForce(desktop.palette);
+    onEachDesktop([&] {
         DialogProbe dialog;
         for (const char* name : {"EditTemplate", "AddUserTemplate", "CustomResolution"}) {
             SCOPED_TRACE(name);
@@ -179,15 +183,13 @@ TEST_F(Colours, SmallDialogsAreLegible)
             settle();
             expectLegible(small);
         }
-    }
+    });
 }
 
 TEST_F(Colours, CheckMarksCanBeSeen)
 {
     destroy();
-    for (const Desktop& desktop : desktops()) {
-        SCOPED_TRACE(desktop.name);
-        const PaletteInForce inForce(desktop.palette);
+    onEachDesktop([&] {
         DialogProbe dialog;
         dialog.show();
         settle();
@@ -203,5 +205,5 @@ TEST_F(Colours, CheckMarksCanBeSeen)
         const QImage off = mark();
         EXPECT_NE(on, off);
         EXPECT_GE(contrastIn(on), enoughForLargeText);
-    }
+    });
 }

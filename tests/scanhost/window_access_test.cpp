@@ -1,5 +1,6 @@
 // The window for who does without a mouse, without eyes or without bright colours.
 #include "access/contrast.h"
+#include "access/palettes.h"
 #include "backend/sim_env.h"
 
 #include <main_window.h>

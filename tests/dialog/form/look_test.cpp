@@ -1,4 +1,5 @@
 // Sizes, positions and colours of the form.
+#include "access/palettes.h"
 #include "dialog/form/form.h"
 
 #include <QApplication>
@@ -9,37 +10,11 @@
 #include <QScrollBar>
 #include <QTabBar>
 
+using kestrel::test::darkPalette;
 using kestrel::test::Form;
+using kestrel::test::PaletteInForce;
 
 namespace {
-
-/// Replaces the application's palette while it lives.
-class Palette
-{
-public:
-    explicit Palette(const QPalette& palette) : m_before(QApplication::palette())
-    {
-        QApplication::setPalette(palette);
-    }
-    ~Palette() { QApplication::setPalette(m_before); }
-    Q_DISABLE_COPY_MOVE(Palette)
-
-private:
-    QPalette m_before;
-};
-
-QPalette darkPalette()
-{
-    QPalette dark;
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::Light,
-                            QPalette::Midlight, QPalette::AlternateBase}) {
-        dark.setColor(role, QColor(40, 40, 40));
-    }
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        dark.setColor(role, Qt::white);
-    }
-    return dark;
-}
 
 /// @return the lightness (0-255) of the darkest and of the lightest pixel
 std::pair<int, int> lightness(const QImage& image)
@@ -179,7 +154,7 @@ TEST(FormLook, CheckedModeButtonIsBlue)
 TEST(FormLook, ReadableWhateverThePaletteOfTheHost)
 {
     for (const QPalette& palette : {QPalette(QApplication::palette()), darkPalette()}) {
-        const Palette inForce(palette);
+        const PaletteInForce inForce(palette);
         Form form;
         form.ui.background_processing_setting->addItem(QStringLiteral("自动"));
         form.dialog.show();
