@@ -85,7 +85,7 @@ public:
     /// Appends the main memory to the information text.
     void getMemoryInfo();
 
-    // Talking to the scanner (_discovery, _apply, _maintenance)
+    // Talking to the scanner (_discovery, _apply, _preview, _maintenance)
     /// Walks the options of the scanner: each that is known by name gives its control limits and
     /// value. Then loads the configuration and sends the power settings.
     /// @return 1; 0 when the number of options can't be had, and nothing is loaded then
@@ -152,7 +152,7 @@ public:
     /// @return 1; 0 when there is no such template, and nothing changes
     int setButtonTemplage(int n);
 
-    // Rules and preview (_mode, _resolution, _preview)
+    // Rules and preview (_mode, _resolution, _selection)
     /// Brings tabs, panels and image boxes in step with the two buttons of the colour detection.
     void color_detection_image();
     /// @return the chosen resolution in dpi; 0 when it is not a number
