@@ -1,6 +1,7 @@
 #include "settings/directory_lock.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <chrono>
@@ -17,6 +18,12 @@ namespace {
 constexpr std::chrono::milliseconds pollInterval{5};
 
 } // namespace
+
+DirectoryLock DirectoryLock::ofFile(const QString& path, QDeadlineTimer deadline)
+{
+    const QString real = QFileInfo(path).canonicalFilePath();
+    return {QFileInfo(real.isEmpty() ? path : real).absolutePath(), deadline};
+}
 
 DirectoryLock::DirectoryLock(const QString& directory, QDeadlineTimer deadline)
     : descriptor(

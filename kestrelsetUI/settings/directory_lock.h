@@ -12,6 +12,12 @@ namespace kestrel {
 class DirectoryLock
 {
 public:
+    /// Locks the directory that a file lies in, or would lie in. Links to the file are
+    /// followed: whoever uses one and whoever uses the file's own name exclude each other.
+    /// @param path of the file.
+    /// @param deadline how long to wait for another holder; an expired one tries once.
+    static DirectoryLock ofFile(const QString& path, QDeadlineTimer deadline);
+
     /// @param directory path of an existing directory.
     /// @param deadline how long to wait for another holder; an expired one tries once.
     DirectoryLock(const QString& directory, QDeadlineTimer deadline);

@@ -105,7 +105,7 @@ SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadli
     if (!QDir().mkpath(directory)) {
         return SaveOutcome::Failed;
     }
-    const DirectoryLock lock(directory, deadline);
+    const DirectoryLock lock = DirectoryLock::ofFile(path, deadline);
     if (!lock.isHeld()) {
         return SaveOutcome::Failed;
     }

@@ -149,7 +149,7 @@ SettingsFile* unsavedFile(const QString& path)
 
 SettingsHandle openOnce(const QString& path)
 {
-    const DirectoryLock lock(QFileInfo(path).absolutePath(), std::chrono::milliseconds::zero());
+    const DirectoryLock lock = DirectoryLock::ofFile(path, std::chrono::milliseconds::zero());
     if (lock.isHeld()) {
         HeldFile::recover(path);
     }

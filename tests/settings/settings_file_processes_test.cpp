@@ -72,6 +72,27 @@ TEST(SettingsProcesses, WritersOfTheSameGroupLeaveOneOfTheirStates)
     EXPECT_TRUE(number == 1000 + rounds - 1 || number == 2000 + rounds - 1) << number;
 }
 
+TEST(SettingsProcesses, WriterThroughALinkAndWriterOfItsTargetLoseNothing)
+{
+    const SettingsFolder folder;
+    const SettingsFolder elsewhere;
+    const QString target = elsewhere.filePath(QStringLiteral("real.ini"));
+    elsewhere.write("[Old]\nk=1\n", QStringLiteral("real.ini"));
+    ASSERT_TRUE(QFile::link(target, folder.filePath()));
+    const QString groups[] = {QStringLiteral("A"), QStringLiteral("B")};
+    const std::unique_ptr<QProcess> writers[] = {startWriter(folder.filePath(), groups[0], 1000),
+                                                 startWriter(target, groups[1], 2000)};
+    for (const auto& writer : writers) {
+        EXPECT_TRUE(writer->waitForFinished(-1) || writer->state() == QProcess::NotRunning);
+        EXPECT_EQ(writer->exitCode(), 0);
+    }
+    const QByteArray content = contentOf(target);
+    EXPECT_EQ(commonNumber(content, groups[0]), 1000 + rounds - 1);
+    EXPECT_EQ(commonNumber(content, groups[1]), 2000 + rounds - 1);
+    EXPECT_TRUE(QFileInfo(folder.filePath()).isSymLink());
+    EXPECT_EQ(elsewhere.files(), QStringList(QStringLiteral("real.ini")));
+}
+
 TEST(SettingsProcesses, FolderThatIsKeptLockedHoldsTheInterfaceUpForASecondAtMost)
 {
     EXPECT_LE(savePatience, std::chrono::seconds(1));
