@@ -2,6 +2,7 @@
 #include "kestrelsetting.h"
 
 #include "dialogs/edittemplate.h"
+#include "settings/open_group.h"
 #include "settings/settings_file.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
@@ -62,7 +63,7 @@ QString KestrelSettingUI::textToStore(const Setting& setting) const
 /// Writes the settings of one kind of group; the file follows with the next save.
 void KestrelSettingUI::storeGroup(const QString& group, bool defaults)
 {
-    settings->beginGroup(groupName(group));
+    const OpenGroup open(*settings, groupName(group));
     for (const auto& setting : settingsTable()) {
         if (defaults ? setting.inDefaultGroup() : setting.inWorkingGroup()) {
             const bool constant = defaults && setting.defaultText != nullptr;
@@ -72,7 +73,6 @@ void KestrelSettingUI::storeGroup(const QString& group, bool defaults)
                                           : textToStore(setting));
         }
     }
-    settings->endGroup();
 }
 
 void KestrelSettingUI::writeDefaultConfig(QString group)

@@ -3,6 +3,7 @@
 
 #include "rules/paper_size.h"
 #include "rules/scan_range.h"
+#include "settings/open_group.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
 #include "settings/text_codec.h"
@@ -63,16 +64,17 @@ void KestrelSettingUI::loadGroup(const QString& group)
     const auto order = readOrder();
     std::vector<StoredSetting> stored;
     stored.reserve(order.size());
-    settings->beginGroup(groupName(group));
-    for (const auto* const setting : order) {
-        const auto value = settings->value(QString::fromLatin1(setting->key));
-        // An empty text says nothing, but for the custom resolution: there is none.
-        if (value.isValid() &&
-            (setting->encoding == Encoding::CustomResolution || !value.toString().isEmpty())) {
-            stored.emplace_back(setting, value.toString());
+    {
+        const OpenGroup open(*settings, groupName(group));
+        for (const auto* const setting : order) {
+            const auto value = settings->value(QString::fromLatin1(setting->key));
+            // An empty text says nothing, but for the custom resolution: there is none.
+            if (value.isValid() &&
+                (setting->encoding == Encoding::CustomResolution || !value.toString().isEmpty())) {
+                stored.emplace_back(setting, value.toString());
+            }
         }
     }
-    settings->endGroup();
     for (const auto& [setting, text] : stored) {
         loadSetting(*setting, text);
         if (has(*setting, "source")) {

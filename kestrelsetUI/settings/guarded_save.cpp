@@ -8,6 +8,7 @@
 #include "settings/settings_inspection.h"
 #include "settings/settings_snapshot.h"
 #include "settings/toolkit_lock.h"
+#include "settings/toolkit_memory.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -20,10 +21,12 @@ namespace {
 
 // The toolkit believes that it has written: let it read the old file, then tell it the new values
 // again.
-void putBack(QSettings& settings, const Snapshot& snapshot)
+void tellAgain(QSettings& settings, const Snapshot& snapshot)
 {
     settings.sync();
     const Snapshot old = snapshotOf(settings);
+    // A file with a byte-order mark has set it.
+    settings.setIniCodec(static_cast<QTextCodec*>(nullptr));
     Snapshot changed;
     for (auto entry = snapshot.cbegin(); entry != snapshot.cend(); ++entry) {
         if (old.value(entry.key()) != entry.value()) {
@@ -49,9 +52,25 @@ struct KnownFile
 bool isWhole(const KnownFile& known, QSettings& settings)
 {
     QByteArray content;
-    return inspectSettingsFile(known.path, &content) == FileState::Sound &&
-           (holdsGroups(content, settings, known.groups, known.content) ||
-            holds(content, settings));
+    const bool isHeld =
+        inspectSettingsFile(known.path, &content) == FileState::Sound &&
+        (holdsGroups(content, settings, known.groups, known.content) || holds(content, settings));
+    if (isHeld) {
+        noteToolkitMemory(known.path, content);
+    }
+    return isHeld;
+}
+
+// The old file stands again: the toolkit has to read it, and to be told the new values once more.
+void putBack(QSettings& settings, HeldFile& held, const KnownFile& known)
+{
+    const Snapshot snapshot = snapshotOf(settings);
+    const qint64 written = modificationTime(known.path);
+    if (held.restore()) {
+        outdateToolkitMemory(known.path, written);
+        tellAgain(settings, snapshot);
+        noteToolkitMemory(known.path, known.content);
+    }
 }
 
 // After the toolkit may have written: the new file is whole, or the old one comes back.
@@ -59,15 +78,13 @@ SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const KnownFile& know
 {
     const bool isUnchanged = held.isUnchanged();
     if (settings.status() == QSettings::NoError && isUnchanged) {
+        noteToolkitMemory(known.path, known.content);
         return SaveOutcome::Complete;
     }
     if (isWhole(known, settings)) {
         return isUnchanged ? SaveOutcome::InPlace : SaveOutcome::Complete;
     }
-    const Snapshot snapshot = snapshotOf(settings);
-    if (held.restore()) {
-        putBack(settings, snapshot);
-    }
+    putBack(settings, held, known);
     return SaveOutcome::Failed;
 }
 
@@ -83,6 +100,7 @@ bool writeWithoutMark(const QString& path, const QByteArray& content)
 
 SaveOutcome saveHeld(QSettings& settings, const KnownFile& known)
 {
+    refreshToolkitMemory(known.path, known.content);
     HeldFile held(known.path);
     if (!held.isSafe()) {
         return SaveOutcome::Failed;

@@ -4,6 +4,7 @@
 #include "settings/guarded_save.h"
 #include "settings/held_file.h"
 #include "settings/ini_line_reader.h"
+#include "settings/toolkit_memory.h"
 #include "system/signal_blocker.h"
 
 #include <QAtomicInt>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <iterator>
 #include <new>
 
 namespace kestrel {
@@ -78,17 +80,13 @@ public:
         const SignalBlocker blocker(SIGXFSZ);
         SaveOutcome outcome = SaveOutcome::Failed;
         try {
-            // What was left over by a save that failed may be in any group.
-            outcome = saveGuarded(*this, hadFile, patience, isUnsaved ? QStringList() : groups);
+            outcome = saveGuarded(*this, hadFile, patience, knowsAll() ? groups : QStringList());
         } catch (const std::bad_alloc&) { // as good as no room on the disk
         }
         // One try for each call: what could not be written is not tried again with every turn of
         // the event loop.
         QCoreApplication::removePostedEvents(this, QEvent::UpdateRequest);
-        isUnsaved = outcome != SaveOutcome::Complete;
-        if (outcome != SaveOutcome::Failed && QFileInfo::exists(fileName())) {
-            noteFile(fileName());
-        }
+        noteOutcome(outcome);
         return outcome != SaveOutcome::Failed;
     }
 
@@ -110,13 +108,41 @@ protected:
 
 private:
     // Objects on the same path share what is read and written.
-    static void noteFile(const QString& path)
+    QVector<SettingsFile*> othersOnFile() const
     {
-        if (openFiles.isDestroyed()) {
-            return;
+        QVector<SettingsFile*> others;
+        if (!openFiles.isDestroyed()) {
+            std::copy_if(openFiles->cbegin(), openFiles->cend(), std::back_inserter(others),
+                         [this](const SettingsFile* file) {
+                             return file != this && file->fileName() == fileName();
+                         });
         }
-        for (SettingsFile* const file : qAsConst(*openFiles)) {
-            file->hadFile = file->hadFile || file->fileName() == path;
+        return others;
+    }
+
+    // What a failed save has left over, or another object has not saved yet, may be in any group.
+    bool knowsAll() const
+    {
+        const QVector<SettingsFile*> others = othersOnFile();
+        return !isUnsaved && std::none_of(others.cbegin(), others.cend(), [](SettingsFile* file) {
+            const bool wasUnsaved = file->isUnsaved;
+            const bool isUnsaved = file->hasUnsaved();
+            if (isUnsaved && !wasUnsaved) {
+                file->saveLater(); // its own save is still to come
+            }
+            return isUnsaved;
+        });
+    }
+
+    // What the others had left over has been written along.
+    void noteOutcome(SaveOutcome outcome)
+    {
+        isUnsaved = outcome != SaveOutcome::Complete;
+        const bool isThere = outcome != SaveOutcome::Failed && QFileInfo::exists(fileName());
+        hadFile = hadFile || isThere;
+        for (SettingsFile* const file : othersOnFile()) {
+            file->isUnsaved = file->isUnsaved && outcome != SaveOutcome::Complete;
+            file->hadFile = file->hadFile || isThere;
         }
     }
 
@@ -157,7 +183,9 @@ SettingsHandle openOnce(const QString& path)
     if (!makeSafeToRead(path, &content)) {
         return openInMemory(path);
     }
+    refreshToolkitMemory(path, content);
     SettingsHandle settings(new SettingsFile(path));
+    noteToolkitMemory(path, content);
     if (content.startsWith(byteOrderMark)) {
         // Read everything as the UTF-8 it is, but write plain escapes: the mark would not be
         // written, and without it the next start would read other characters.

@@ -5,6 +5,7 @@
 #include "settings/ini_scanner.h"
 #include "settings/ini_sections.h"
 #include "settings/ini_value_reader.h"
+#include "settings/open_group.h"
 
 #include <QSet>
 #include <QSettings>
@@ -158,10 +159,8 @@ bool holdsSection(const Section& section, LineComparison& comparison)
 
 int countOfKeys(QSettings& settings, const QString& group)
 {
-    settings.beginGroup(group);
-    const int count = settings.allKeys().size();
-    settings.endGroup();
-    return count;
+    const OpenGroup open(settings, group);
+    return settings.allKeys().size();
 }
 
 /// The sections of a file, those of some groups apart from the others.

@@ -77,6 +77,30 @@ TEST(SettingsWithAMark, AreAsBeforeWhenThereIsNoRoomToSaveThem)
     EXPECT_EQ(after.value(list).toString(), QStringLiteral("自订;办公"));
 }
 
+TEST(SettingsWithAMark, AreSavedOnceThereIsRoomForWhatIsNew)
+{
+    const SettingsFolder folder;
+    const QByteArray marked = mark + "[UserTemplates]\nusertemplate=\"自订;办公\"\n";
+    inChildProcess([&folder, &marked] {
+        const SettingsHandle settings = openSettings(folder.filePath());
+        folder.write(marked);
+        // The file without its mark has room, the new value has not.
+        settings->setValue(keyA, QString(20000, QLatin1Char('x')));
+        rlimit before{};
+        ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+        rlimit during = before;
+        during.rlim_cur = 1000;
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &during), 0);
+        EXPECT_FALSE(saveSettings(*settings));
+        EXPECT_EQ(folder.bytes(), marked);
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+        settings->setValue(keyA, QStringLiteral("12"));
+        EXPECT_TRUE(saveSettings(*settings));
+    });
+    EXPECT_EQ(readAfterRestart(folder.filePath()),
+              (Values{{keyA, QStringLiteral("12")}, {list, QStringLiteral("自订;办公")}}));
+}
+
 TEST(SettingsWithAMark, AreReadAlikeWithoutIt)
 {
     for (const char* const text :
