@@ -62,6 +62,7 @@ module, and a small host program to start from.")
 set(CPACK_DEBIAN_DEMO_PACKAGE_NAME kestrel-settingui-demo)
 set(CPACK_DEBIAN_DEMO_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_DEMO_PACKAGE_DEPENDS "libkestrel-settingui1 (= ${debian_version})")
+set(CPACK_DEBIAN_DEMO_PACKAGE_RECOMMENDS qt5-image-formats-plugins) # for TIFF
 set(CPACK_DEBIAN_DEMO_PACKAGE_SUGGESTS sane-utils)
 set(CPACK_DEBIAN_DEMO_PACKAGE_CONTROL_EXTRA
     "${generated}/postinst;${generated}/prerm")
