@@ -104,7 +104,6 @@ void bareRemoving(benchmark::State& state)
     QSettings settings(folder.file(settingsFileName()), QSettings::IniFormat);
     const QString listKey = QStringLiteral("UserTemplates/usertemplate");
     QStringList names = splitTemplateList(settings.value(listKey).toString());
-    settings.allKeys(); // the manager's object has read them when it removes
     for (auto _ : state) {
         settings.beginGroup(templateName(number--));
         for (const Setting& setting : settingsTable()) {
