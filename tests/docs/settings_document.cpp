@@ -32,9 +32,9 @@ carries it to the scanner. A control can be found by its object name. The file h
 a list, 1 or 0, a number, or `Enable` or `Disable`. Numbers have a point and at most six digits. In the
 tables an arrow leads from an entry of a list to the value that the scanner gets.
 
-At the first binding of a scanner each setting is what the scanner says, or else what the form of the
-dialog has; from then on it is what was confirmed last. An option that the scanner lacks, or refuses, is
-passed over without a word.
+At the first binding of a scanner each setting is what the scanner says, or else what the dialog shows:
+in a new dialog what its form has, in one that was bound before what that scanner left. From then on it is
+what was confirmed last. An option that the scanner lacks, or refuses, is passed over without a word.
 )";
 
 constexpr const char* files = R"(
@@ -298,7 +298,8 @@ QString trafficText(const Bound& bound)
                           "them:\n\n") +
            listText(sendingOrder()) +
            QStringLiteral("\nBefore a preview, in this order, with the limits of the scanner as "
-                          "the area:\n\n") +
+                          "the area. A scanner that can choose\nits source by itself gets the "
+                          "length of its flatbed for `br-y`; `source` is sent to it alone:\n\n") +
            listText(bound.preview().sets());
 }
 

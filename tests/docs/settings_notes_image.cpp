@@ -26,8 +26,8 @@ void addImage(std::vector<Note>& notes)
                   "click, and the clicked side takes over what else the other side has.")
             .rule("Colour detection takes the place of the six boxes while it is on. Their choice "
                   "comes back when it is switched off.")
-            .rule("With the automatic source the front always gives an image, and detection on the "
-                  "back switches on detection on the front.")
+            .rule("With the automatic source the last image of the front can't be unchecked, and "
+                  "detection on the back switches on detection on the front.")
             .rule("`mode` is `Lineart` for black-and-white alone, `Gray` without colour, else "
                   "`Color`. With colour detection it is `Auto Detection`, or `Auto Color "
                   "Detection` with the backend `avision_adv`, and `multistream-list` is not sent.")
@@ -47,7 +47,8 @@ void addImage(std::vector<Note>& notes)
                   "`auto-scan-source-setting` with `ADF Front` or `ADF Duplex`. "
                   "`isDoubleSideScan()` answers from what was sent.")
             .rule("The flatbed clears and disables the images of the back, disables multifeed "
-                  "detection and enables the pause between two scans.")
+                  "detection and enables the pause between two scans. It drops colour detection, "
+                  "too, though the button of the front stays checked: switched anew, it counts.")
             .rule("With the flatbed or the automatic source the crop list has its third entry, if "
                   "the scanner has the option `flatbed-multi-crop`. Without it the list goes back "
                   "to its first entry."));
@@ -68,8 +69,8 @@ void addImage(std::vector<Note>& notes)
                         .sends({"gamma-table"})
                         .to(100)
                         .rule("Sent as a table of 256 entries: 255 times (i / 255) to the power "
-                              "of 100 / gamma. A number typed beside the slider is cut to "
-                              "hundredths."));
+                              "of 100 / gamma. A number typed beside the slider is cut, not "
+                              "rounded, to hundredths: 1.15 becomes 1.14."));
     notes.push_back(
         Note("gray_doc_type", "label_59", "Kind of document for gray images")
             .sends({"gray_doc_type"})

@@ -33,7 +33,8 @@ void addPaper(std::vector<Note>& notes)
                         .sends({"long-paper-scan"})
                         .moves({"br-x", "br-y", "tl-x"})
                         .given({notCentred, {"scanrange_setting", 2}})
-                        .rule("Shown with the backend `kestrel_adv`, where the option is active.")
+                        .rule("Shown with the backend `kestrel_adv` alone, and hidden where the "
+                              "option is inactive.")
                         .rule("Changes the largest height, and chooses the largest area."));
     notes.push_back(Note("vertical_range", "vertical_range", "Upright, or else across")
                         .rule("Not sent by itself: a click swaps width and height and centres the "

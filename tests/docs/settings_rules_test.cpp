@@ -4,7 +4,10 @@
 #include "rules/bounds.h"
 #include "rules/gamma.h"
 
+#include <QAbstractButton>
+#include <QAbstractSlider>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QVariant>
 
 #include <gtest/gtest.h>
@@ -18,6 +21,15 @@ using namespace kestrel;
 using namespace kestrel::test;
 
 namespace {
+
+// Entries of the list of sources, and bits of the images.
+constexpr int kFeeder = 0;
+constexpr int kFlatbed = 1;
+constexpr int kAutomatic = 2;
+constexpr int kFrontColour = 4;
+constexpr int kBackColour = 32;
+constexpr int kFrontDetection = 64;
+constexpr int kDetection = 192;
 
 class SettingsRules : public DialogTest
 {
@@ -102,6 +114,67 @@ TEST_F(SettingsRules, TheGammaTableFollowsTheFormulaThatIsNamed)
                 << gamma << ", " << i;
         }
     }
+}
+
+TEST_F(SettingsRules, ATypedGammaIsCutAsIsNamed)
+{
+    expectRule("gamma", "cut, not rounded, to hundredths: 1.15 becomes 1.14.");
+    show();
+    type(real("gamma_value"), QStringLiteral("1.15"));
+    EXPECT_EQ(real("gamma_value").value(), 1.14);
+    EXPECT_EQ(bar("gamma_set").value(), 114);
+}
+
+TEST_F(SettingsRules, TheAutomaticSourceKeepsTheLastImageOfTheFront)
+{
+    expectRule("multistream",
+               "With the automatic source the last image of the front can't be unchecked");
+    put("source", kAutomatic);
+    press(button("rear_color"));
+    press(button("front_color"));
+    EXPECT_EQ(dialog().mask(), kFrontColour | kBackColour);
+    // A front that has none, as the feeder allows, does not get one.
+    put("source", kFeeder);
+    press(button("front_color"));
+    ASSERT_EQ(dialog().mask(), kBackColour);
+    put("source", kAutomatic);
+    EXPECT_EQ(dialog().mask(), kBackColour);
+    EXPECT_FALSE(checked("front_color"));
+}
+
+TEST_F(SettingsRules, TheFlatbedDropsDetectionThoughItsButtonStaysChecked)
+{
+    expectRule("source", "It drops colour detection, too, though the button of the front stays "
+                         "checked: switched anew, it counts.");
+    put("source", kFeeder);
+    press(button("color_detection_image_back"));
+    press(button("color_detection_image_front"));
+    ASSERT_EQ(dialog().mask() & kDetection, kDetection);
+    put("source", kFlatbed);
+    EXPECT_EQ(dialog().mask() & kDetection, 0);
+    EXPECT_TRUE(checked("color_detection_image_front"));
+    EXPECT_FALSE(checked("color_detection_image_back"));
+    press(button("color_detection_image_front"));
+    press(button("color_detection_image_front"));
+    EXPECT_EQ(dialog().mask() & kDetection, kFrontDetection);
+}
+
+TEST_F(SettingsRules, LongPaperIsShownWithTheBackendThatIsNamed)
+{
+    expectRule("long_paper_scan", "Shown with the backend `kestrel_adv` alone, and hidden where "
+                                  "the option is inactive.");
+    const auto shown = [this](FakeScanner& scanner, const char* backend) {
+        bind(scanner, "ScannerA", backend);
+        return !widget("long_paper_scan").isHidden();
+    };
+    EXPECT_TRUE(shown(m_scanner, "kestrel_adv"));
+    EXPECT_FALSE(shown(m_scanner, "avision_adv"));
+    FakeScanner inactive = fullScanner();
+    inactive.option("long-paper-scan").inactive();
+    EXPECT_FALSE(shown(inactive, "kestrel_adv"));
+    FakeScanner without = fullScanner();
+    without.remove("long-paper-scan");
+    EXPECT_TRUE(shown(without, "kestrel_adv"));
 }
 
 TEST_F(SettingsRules, PowerOffIsNeverBelowPowerSaving)
