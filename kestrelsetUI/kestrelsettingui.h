@@ -21,9 +21,10 @@ struct ScannerIdentity
 {
     std::uint32_t vid; ///< USB vendor id
     std::uint32_t pid; ///< USB product id
-    char name[128];    ///< base name of the device, UTF-8, NUL-terminated: names the settings file
-    char backend[128]; ///< name of the SANE backend, for example "kestrel_adv"; read up to its NUL,
-                       ///< at most 128 bytes
+    char name[128];    ///< base name of the device, UTF-8: names the settings file. An empty one
+                       ///< gives ".ini", the same file for every scanner without a name
+    char backend[128]; ///< name of the SANE backend, UTF-8, for example "kestrel_adv". Like the
+                       ///< other one read up to its NUL, at most 128 bytes
 };
 static_assert(sizeof(ScannerIdentity) == 264, "the record is shared with hosts as raw memory");
 
@@ -42,7 +43,7 @@ Q_DECL_EXPORT void* creatKestrelSetUI(void* parent);
 
 /// Binds the dialog to an open scanner: finds its options, opens its settings file and loads what
 /// was confirmed last. May be called again, for the same scanner or another one. Takes as long as
-/// the scanner needs for some hundred small requests.
+/// the scanner needs for some three to four hundred small requests.
 /// @param ui the dialog
 /// @param sane_handle the SANE_Handle of the open device; with null the call does nothing. It stays
 ///        the host's and must stay open while the dialog is bound to it
@@ -67,7 +68,8 @@ Q_DECL_EXPORT int showWindow(void* ui);
 
 /// Sends every setting to the scanner, always in the same order. To be called before each scan,
 /// ahead of sane_start(): a preview leaves its own values behind. Without a bound scanner nothing
-/// is sent.
+/// is sent. Each setting looks its option up anew: a scanner with some eighty options gets about
+/// 1,500 small requests, nearly all of them for descriptions.
 /// @param ui the dialog
 Q_DECL_EXPORT void setAllParamBySettingUI(void* ui);
 
@@ -105,7 +107,8 @@ Q_DECL_EXPORT int getWaitingJobTime(void* ui);
 
 /// Whether the next sheet gives images of both sides.
 /// @param ui the dialog
-/// @return whether the settings last sent by setAllParamBySettingUI() scan both sides of the sheet
+/// @return whether the settings last sent by setAllParamBySettingUI() scan both sides of the sheet;
+///         false before any were sent
 Q_DECL_EXPORT bool isDoubleSideScan(void* ui);
 
 /// Switches the removal of blank pages and tells the scanner at once.
@@ -125,10 +128,10 @@ Q_DECL_EXPORT bool isSplitScan(void* ui);
 Q_DECL_EXPORT QString outGetStr(QString s);
 
 /// Converts packed 24-bit RGB to the 32-bit pixels of QImage::Format_RGB32 (bytes B, G, R, 0).
-/// The last row is left unconverted.
+/// The last row is left unconverted: its bytes are not defined.
 /// @param rgb rows of 3 x @p width bytes without padding, @p height of them; stays the caller's
 /// @param width pixels a row
 /// @param height rows
-/// @return 4 x @p width x @p height bytes to be released with free(), or null when there is no
-///         memory
+/// @return 4 x @p width x @p height bytes, one byte where that is 0, to be released with free();
+///         null when a size is below 0 or the product too large, or when there is no memory
 Q_DECL_EXPORT unsigned char* RGB24TO32(unsigned char* rgb, int width, int height);

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Whatever the library exports has its place in the pages that Doxygen makes.
+# Whatever the library exports, and every guide, has its place in the pages that Doxygen makes.
 #   api_pages_complete.sh TOP
 set -euo pipefail
 cd "$1"
@@ -13,5 +13,10 @@ done < <(grep -rlE --include='*.h' '^(class|struct) Q_DECL_EXPORT [A-Za-z]+( |$)
 while read -r made; do
     grep -q "^- $made: " docs/mainpage.md || { echo "docs/mainpage.md does not name $made"; flaws=1; }
 done < <(grep -rhoE --include='*.h' '^class Q_DECL_EXPORT [A-Za-z_]+;' kestrelsetUI | sed 's/.* //; s/;//')
+for page in docs/*.md; do
+    grep -qE "^ *(INPUT *= *)?$page( \\\\)?$" docs/Doxyfile.in || { echo "docs/Doxyfile.in does not name $page"; flaws=1; }
+    [ "$page" = docs/mainpage.md ] || grep -qF "](${page#docs/})" docs/mainpage.md ||
+        { echo "docs/mainpage.md does not link $page"; flaws=1; }
+done
 ((headers >= 8)) || { echo "only $headers headers found"; flaws=1; }
 exit $flaws
