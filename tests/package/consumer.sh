@@ -110,6 +110,11 @@ for made in cmake pkgconfig; do
     find "$work/$made/config" -name 'kestrel_adv-duplex.ini' -size +0 | grep -q . ||
         fail "the host made with $made has kept no settings"
 done
+quietly "the host without a name" env QT_QPA_PLATFORM=offscreen LD_LIBRARY_PATH="$simulator/sane" \
+    SANE_CONFIG_DIR="$simulator/etc" XDG_CONFIG_HOME="$work/nameless/config" XDG_RUNTIME_DIR="$work" \
+    "$work/cmake/settings-host" --no-window
+find "$work/nameless/config" -name '*_adv-*.ini' -size +0 | grep -q . ||
+    fail "the host without a name has not taken a scanner" "$work/log"
 
 # The program that comes along finds library and simulator from where it lies.
 quietly "the installed program" env -u LD_LIBRARY_PATH XDG_RUNTIME_DIR="$work" \

@@ -2,11 +2,13 @@
 // them.
 //   settings-host [DEVICE]              the settings dialog, then a scan
 //   settings-host --no-window [DEVICE]  with the settings that were confirmed last
+// Without DEVICE the first scanner that libsane finds.
 #include <kestrelsettingui.h>
 
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <sane/sane.h>
@@ -16,11 +18,22 @@
 
 namespace {
 
+/// @return the name of the first scanner; empty when there is none
+QString firstDevice()
+{
+    const SANE_Device** devices = nullptr;
+    const bool found =
+        sane_get_devices(&devices, SANE_FALSE) == SANE_STATUS_GOOD && devices[0] != nullptr;
+    return found ? QString::fromUtf8(devices[0]->name) : QString();
+}
+
 /// What the dialog is told about the scanner: its settings file is named after it.
 ScannerIdentity identityOf(const QString& device)
 {
     ScannerIdentity identity{};
-    const QByteArray backend = device.section(':', 0, 0).toUtf8();
+    // The host of a scanner of the network may be an address with colons, in brackets.
+    static const QRegularExpression network(QStringLiteral(R"(^net:(\[[^]]*\]|[^:]*):)"));
+    const QByteArray backend = QString(device).remove(network).section(':', 0, 0).toUtf8();
     const QByteArray name = QString(device).replace(':', '-').replace('/', '-').toUtf8();
     std::strncpy(identity.name, name.constData(), sizeof identity.name - 1);
     std::strncpy(identity.backend, backend.constData(), sizeof identity.backend - 1);
@@ -47,10 +60,10 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QStringList arguments = QApplication::arguments().mid(1);
     const bool window = arguments.removeAll(QStringLiteral("--no-window")) == 0;
-    const QString device = arguments.value(0);
 
     SANE_Handle scanner = nullptr;
     sane_init(nullptr, nullptr);
+    const QString device = arguments.isEmpty() ? firstDevice() : arguments.first();
     const SANE_Status status = sane_open(device.toUtf8().constData(), &scanner);
     if (status != SANE_STATUS_GOOD) {
         std::fprintf(stderr, "%s: %s\n", qPrintable(device), sane_strstatus(status));
