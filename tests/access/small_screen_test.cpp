@@ -17,6 +17,7 @@ using namespace kestrel::test;
 namespace {
 
 const QSize preferred(770, 750);
+const QSize windowFrame(8, 48);
 constexpr char kFitsOffscreen[] = "kestrelFitsOffscreen";
 
 class SmallScreen : public Access
@@ -60,6 +61,26 @@ protected:
         return !buttons().isAncestorOf(&inner) && place(buttons()).intersects(place(inner));
     }
 
+    /// Expects that each control of each page can be scrolled to where no button covers it.
+    void expectControlsWithinReach()
+    {
+        onEachPage([&](QWidget& page) {
+            const auto controls = controlsIn(page);
+            EXPECT_FALSE(controls.empty());
+            for (QWidget* control : controls) {
+                if (control->height() > area().viewport()->height() - buttons().height()) {
+                    continue; // the text of the information tab, which scrolls by itself
+                }
+                const QPoint at = control->mapTo(area().widget(), QPoint());
+                scrollBar().setValue(at.y() - 5);
+                area().horizontalScrollBar()->setValue(at.x() - 5);
+                settle();
+                EXPECT_TRUE(inSight(*control)) << control->objectName().toStdString();
+                EXPECT_FALSE(covered(*control)) << control->objectName().toStdString();
+            }
+        });
+    }
+
     void turnWheel(QWidget& over)
     {
         const QPoint middle = over.rect().center();
@@ -91,7 +112,7 @@ const QSize windows[] = {{770, 600}, {770, 420}, {500, 380}};
 TEST_F(SmallScreen, DialogHasItsPreferredSizeOrWhatTheScreenAllows)
 {
     show();
-    EXPECT_EQ(dialog().size(), preferred.boundedTo(screenSize() - QSize(8, 48)));
+    EXPECT_EQ(dialog().size(), preferred.boundedTo(screenSize() - windowFrame));
     EXPECT_LE(dialog().minimumHeight(), screenSize().height());
     EXPECT_LE(dialog().minimumWidth(), screenSize().width());
     EXPECT_EQ(dialog().maximumSize(), preferred);
@@ -152,22 +173,22 @@ TEST_F(SmallScreen, EveryControlCanBeScrolledIntoSight)
 {
     for (const QSize& size : windows) {
         squeeze(size);
-        onEachPage([&](QWidget& page) {
-            const auto controls = controlsIn(page);
-            EXPECT_FALSE(controls.empty());
-            for (QWidget* control : controls) {
-                if (control->height() > area().viewport()->height() - buttons().height()) {
-                    continue; // the text of the information tab, which scrolls by itself
-                }
-                const QPoint at = control->mapTo(area().widget(), QPoint());
-                scrollBar().setValue(at.y() - 5);
-                area().horizontalScrollBar()->setValue(at.x() - 5);
-                settle();
-                EXPECT_TRUE(inSight(*control)) << control->objectName().toStdString();
-                EXPECT_FALSE(covered(*control)) << control->objectName().toStdString();
-            }
-        });
+        expectControlsWithinReach();
     }
+}
+
+TEST_F(SmallScreen, EverythingIsWithinReachInWhatAScreenOf1366By768Leaves)
+{
+    // The offscreen platform's screen is smaller: the dialog gets this size without being fitted.
+    qApp->setProperty(kFitsOffscreen, QVariant());
+    show();
+    dialog().resize(preferred.boundedTo(QSize(1366, 768) - windowFrame));
+    settle();
+    ASSERT_EQ(dialog().size(), QSize(770, 720));
+    EXPECT_FALSE(area().horizontalScrollBar()->isVisible());
+    expectControlsWithinReach();
+    EXPECT_TRUE(inSight(button("sure")));
+    EXPECT_TRUE(inSight(button("cancel")));
 }
 
 TEST_F(SmallScreen, EndOfThePageCanBeScrolledIntoSight)
