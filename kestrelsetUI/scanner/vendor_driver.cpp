@@ -85,11 +85,12 @@ void VendorDriver::readDriver(RollerCounters& result)
     if (vendor_initialize_driver(vendor_driver_id) != 0 && vendor_terminate_driver != nullptr) {
         vendor_terminate_driver(vendor_driver_id);
     }
-    if (vendor_initialize_device == nullptr || vendor_read_nvm == nullptr) {
-        return;
+    if (vendor_initialize_device == nullptr) {
+        return; // there is no device to read from
     }
     vendor_initialize_device(vendor_driver_id, 0, vendor_device.data());
-    if (vendor_read_nvm(vendor_driver_id, vendor_device.data(), &request, 0, &request.size) == 0) {
+    if (vendor_read_nvm != nullptr &&
+        vendor_read_nvm(vendor_driver_id, vendor_device.data(), &request, 0, &request.size) == 0) {
         result = counters(record, 8, 20);
     }
 }

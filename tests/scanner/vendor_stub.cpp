@@ -4,12 +4,25 @@
 #include <cstddef>
 #include <cstring>
 
-#if defined(VENDOR_FULL) || defined(VENDOR_BOTH)
+#if defined(VENDOR_FULL) || defined(VENDOR_BOTH) || defined(VENDOR_UNLINKED)
+#define HAS_DRIVER
+#define HAS_STOP
+#define HAS_DEVICE
+#define HAS_READ
+#elif defined(VENDOR_BARE)
+#define HAS_DRIVER
+#elif defined(VENDOR_STOPLESS)
 #define HAS_DRIVER
 #define HAS_DEVICE
-#endif
-#if defined(VENDOR_BARE)
+#define HAS_READ
+#elif defined(VENDOR_DEVICELESS)
 #define HAS_DRIVER
+#define HAS_STOP
+#define HAS_READ
+#elif defined(VENDOR_READLESS)
+#define HAS_DRIVER
+#define HAS_STOP
+#define HAS_DEVICE
 #endif
 #if defined(VENDOR_LEGACY) || defined(VENDOR_BOTH)
 #define HAS_LEGACY
@@ -30,52 +43,28 @@ namespace {
     }
 }
 
+[[maybe_unused]] void note(char letter, std::int32_t driver)
+{
+    const bool first = vendorStub.calls[0] == '\0';
+    vendorStub.driver = first || vendorStub.driver == driver ? driver : -1;
+    note(letter);
+}
+
 } // namespace
 
 #ifdef HAS_DRIVER
 VENDOR_EXPORT int AVInitializeDriver(std::int32_t driver)
 {
-    note('I');
-    vendorStub.driver = driver;
+    note('I', driver);
     return vendorStub.initializeDriver;
 }
 #endif
 
-#ifdef HAS_DEVICE
-struct Request
-{
-    void* data;
-    std::uint32_t size;
-};
-
+#ifdef HAS_STOP
 VENDOR_EXPORT int AVTerminateDriver(std::int32_t driver)
 {
-    note('T');
-    vendorStub.driver = driver;
+    note('T', driver);
     return 0;
-}
-
-VENDOR_EXPORT int AVInitializeDevice(std::int32_t driver, int index, std::uint32_t* device)
-{
-    note('D');
-    vendorStub.driver = driver;
-    vendorStub.deviceIndex = index;
-    *device = vendorStub.device;
-    return 17; // not looked at
-}
-
-VENDOR_EXPORT int AVReadNVMData(std::int32_t driver, std::uint32_t* device, Request* request,
-                                int zero, std::uint32_t* size)
-{
-    note('R');
-    vendorStub.driver = driver;
-    vendorStub.deviceSeen = *device;
-    vendorStub.sizeSeen = request->size;
-    vendorStub.sizePointerFits = size == &request->size;
-    vendorStub.zeroSeen = zero;
-    std::memcpy(request->data, vendorStub.words, sizeof vendorStub.words);
-    *size = sizeof vendorStub.words;
-    return vendorStub.readNvm;
 }
 
 VENDOR_EXPORT int AVMemFree(void* /*memory*/)
@@ -85,11 +74,56 @@ VENDOR_EXPORT int AVMemFree(void* /*memory*/)
 }
 #endif
 
+#ifdef HAS_DEVICE
+VENDOR_EXPORT int AVInitializeDevice(std::int32_t driver, int index, std::uint32_t* device)
+{
+    note('D', driver);
+    vendorStub.deviceIndex = index;
+    vendorStub.deviceGiven = device;
+    if (vendorStub.writesDevice) {
+        *device = vendorStub.device;
+    }
+    return 17; // not looked at
+}
+#endif
+
+#ifdef HAS_READ
+struct Request
+{
+    void* data;
+    std::uint32_t size;
+};
+
+VENDOR_EXPORT int AVReadNVMData(std::int32_t driver, std::uint32_t* device, Request* request,
+                                int zero, std::uint32_t* size)
+{
+    note('R', driver);
+    vendorStub.deviceRead = device;
+    vendorStub.deviceSeen = *device;
+    vendorStub.sizeSeen = request->size;
+    vendorStub.sizePointerFits = size == &request->size;
+    vendorStub.zeroSeen = zero;
+    std::memcpy(request->data, vendorStub.words, vendorStub.bytes);
+    *size = static_cast<std::uint32_t>(vendorStub.bytes);
+    return vendorStub.readNvm;
+}
+#endif
+
 #ifdef HAS_LEGACY
 VENDOR_EXPORT int ReadNVMData(void* record)
 {
     note('L');
-    std::memcpy(record, vendorStub.words, 16);
+    std::memcpy(record, vendorStub.words, vendorStub.bytes);
     return vendorStub.readLegacy;
+}
+#endif
+
+#ifdef VENDOR_UNLINKED
+// Of a library that this one was not linked with; who does not call it does not need it.
+extern "C" int functionOfAnotherLibrary(int value);
+
+VENDOR_EXPORT int AVCalibrate(int value)
+{
+    return functionOfAnotherLibrary(value);
 }
 #endif

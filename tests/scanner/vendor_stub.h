@@ -3,6 +3,7 @@
 /// dlsym().
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 /// The one object of each library.
@@ -12,15 +13,19 @@ struct VendorStub
     int initializeDriver = 0;
     int readNvm = 0;
     int readLegacy = 1;
-    std::uint32_t words[8] = {}; ///< the record that a read delivers
-    std::uint32_t device = 0;    ///< what AVInitializeDevice writes
+    std::uint32_t words[64] = {}; ///< the record that a read delivers
+    std::size_t bytes = 24;       ///< how much of it is delivered
+    std::uint32_t device = 0;     ///< what AVInitializeDevice writes
+    bool writesDevice = true;
 
     // Notes
     char calls[256] = {}; ///< the functions called, a letter each: I T D R F L
-    int driver = 0;
+    int driver = 0;       ///< what all calls had; -1 when they differ
     int deviceIndex = -1;
-    std::uint32_t deviceSeen = 0; ///< the device word at the read
-    std::uint32_t sizeSeen = 99;  ///< the request's size at the read
-    bool sizePointerFits = false; ///< the last argument pointed at the request's size
+    const void* deviceGiven = nullptr; ///< where AVInitializeDevice was to write
+    const void* deviceRead = nullptr;  ///< what AVReadNVMData had for the device
+    std::uint32_t deviceSeen = 0;      ///< the device word at the read
+    std::uint32_t sizeSeen = 99;       ///< the request's size at the read
+    bool sizePointerFits = false;      ///< the last argument pointed at the request's size
     int zeroSeen = -1;
 };
