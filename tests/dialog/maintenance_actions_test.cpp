@@ -70,6 +70,34 @@ TEST_F(Maintenance, AScannerWithoutAnEjectButtonIsNotHarmed)
     EXPECT_TRUE(scanner.journal().sets().empty());
 }
 
+TEST_F(Maintenance, ARefusedPowerSettingDoesNotKeepTheOthersBack)
+{
+    bind(scanner);
+    const Strings all{"powersaving=Enable", "powersaving-time=15", "poweroff=Enable",
+                      "poweroff-time=120"};
+    for (const char* refused : {"powersaving", "powersaving-time", "poweroff", "poweroff-time"}) {
+        for (const SANE_Status status :
+             {SANE_STATUS_DEVICE_BUSY, SANE_STATUS_INVAL, SANE_STATUS_IO_ERROR}) {
+            scanner.mend();
+            scanner.failOption(CallKind::Set, refused, status);
+            scanner.clearJournal();
+            dialog().setPowerManager();
+            EXPECT_EQ(scanner.journal().sets(), all) << refused << ' ' << status;
+        }
+    }
+}
+
+TEST_F(Maintenance, WithPowerSavingOffAndRefusedPowerOffIsSentAllTheSame)
+{
+    bind(scanner);
+    button("powersaving").setChecked(false);
+    scanner.failOption(CallKind::Set, "powersaving", SANE_STATUS_UNSUPPORTED);
+    scanner.clearJournal();
+    dialog().setPowerManager();
+    EXPECT_EQ(scanner.journal().sets(),
+              (Strings{"powersaving=Disable", "poweroff=Enable", "poweroff-time=120"}));
+}
+
 TEST_F(Maintenance, OnlyOneBackendHasLongPaperHoweverItIsWritten)
 {
     struct Row
