@@ -12,10 +12,16 @@
 #include <gtest/gtest.h>
 #include <sane/sane.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 
+#include <dlfcn.h>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -104,6 +110,41 @@ private:
     TempConfigDir m_folder;
     pid_t m_process = 0;
 };
+
+constexpr int returned = 0;
+constexpr int endedInNetBackend = 40;
+constexpr int endedElsewhere = 41;
+
+/// Ends a process that was to end by a signal; the status tells where that came from.
+[[noreturn]] void tellWhere(int /*signal*/)
+{
+    std::array<void*, 128> frames{};
+    const int count = backtrace(frames.data(), static_cast<int>(frames.size()));
+    const bool isInBackend =
+        std::any_of(frames.begin(), frames.begin() + count, [](const void* frame) {
+            Dl_info info{};
+            return dladdr(frame, &info) != 0 && info.dli_fname != nullptr &&
+                   std::strstr(info.dli_fname, "libsane-net") != nullptr;
+        });
+    _exit(isInBackend ? endedInNetBackend : endedElsewhere);
+}
+
+/// @return the exit status of a child process that does something; -1 if it was killed
+int endOfChild(const std::function<void()>& action)
+{
+    std::array<void*, 1> frame{};
+    backtrace(frame.data(), 1); // loads what it needs
+    const pid_t process = fork();
+    if (process == 0) {
+        std::signal(SIGABRT, tellWhere);
+        std::signal(SIGSEGV, tellWhere);
+        action();
+        _exit(returned);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(process, &status, 0), process);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
 
 /// The dialog has no scanner while this lives.
 class Unbound
@@ -196,14 +237,13 @@ TEST_F(SanedKilled, InMidPreviewTheDialogGoesOnAndKeepsItsSettings)
     EXPECT_EQ(stored("brightness"), QStringLiteral("-21"));
 
     // The net backend of this libsane frees what it has not received when it is asked for an option
-    // now, so that part of OK is left to another process. What was confirmed is on the disk before.
+    // now, and may end the process there: that part of OK is left to another one. What was
+    // confirmed is on the disk however it ends.
     user.edit(1);
-    const pid_t process = fork();
-    if (process == 0) {
-        user.ok();
-        _exit(0);
-    }
-    waitpid(process, nullptr, 0);
+    const int ending = endOfChild([&] { user.ok(); });
+    EXPECT_TRUE(ending == returned || ending == endedInNetBackend) << ending;
+    std::printf("OK without the server: %s\n",
+                ending == returned ? "returned" : "ended in the net backend");
     EXPECT_EQ(stored("brightness"), QStringLiteral("33"));
     EXPECT_EQ(stored("contrast"), QStringLiteral("-12"));
 
