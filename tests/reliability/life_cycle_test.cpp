@@ -90,7 +90,9 @@ TEST_F(LifeCycle, MemoryAndDescriptorsStayAsTheyAre)
     const double perRound = static_cast<double>(residentKiB() - before) / (rounds - warmUp);
     std::printf("%.2f KiB a round\n", perRound);
 #ifndef __SANITIZE_ADDRESS__ // which keeps what is freed for a while
-    EXPECT_LT(perRound, 8.0);
+    // One more block of the allocator (132 KiB) is 0.7 KiB for each of the few rounds of the quick
+    // form.
+    EXPECT_LT(perRound, isFullForm() ? 1.0 : 2.0);
 #endif
 }
 
