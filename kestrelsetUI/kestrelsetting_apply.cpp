@@ -1,6 +1,7 @@
 // Every setting, one option at a time and always in this order, from the controls to the scanner.
 #include "kestrelsetting.h"
 
+#include "kestrelsetting_controls.h"
 #include "rules/gamma.h"
 #include "scanner/sane_device.h"
 #include "scanner/value_tables.h"
@@ -13,7 +14,6 @@ using namespace kestrel;
 
 namespace {
 
-constexpr int kCustomResolutionItem = 7;
 constexpr int kDiffusion = 2;       // `binarization`
 constexpr int kAutoOrientation = 4; // `rotate`
 
@@ -153,7 +153,7 @@ void KestrelSettingUI::sendImage()
     }
     send("invert", text(ui->invert->currentIndex()));
     const QString resolution = ui->resolution_gengel_slide->currentText();
-    const bool custom = ui->resolution_gengel_slide->currentIndex() == kCustomResolutionItem;
+    const bool custom = ui->resolution_gengel_slide->currentIndex() == customResolutionItem;
     send("resolution", custom ? customResolutionNumber(resolution) : resolution);
     send("color-register", flag(ui->redhead));
 }

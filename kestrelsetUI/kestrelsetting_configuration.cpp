@@ -19,6 +19,18 @@ namespace {
 
 constexpr int kConfigVersion = 102;
 
+/// @return whether @p group told of this version already; it does now.
+bool noteVersion(QSettings& settings, const QString& group)
+{
+    const OpenGroup open(settings, group);
+    const QString key = QStringLiteral("config_version");
+    const bool isCurrent = settings.value(key).toString().toInt() == kConfigVersion;
+    if (!isCurrent) {
+        settings.setValue(key, integerText(kConfigVersion));
+    }
+    return isCurrent;
+}
+
 } // namespace
 
 void KestrelSettingUI::setsavepath(char* path)
@@ -98,14 +110,7 @@ void KestrelSettingUI::startConfiguration()
     if (settings == nullptr) {
         return;
     }
-    settings->beginGroup(groupName(device_name + QStringLiteral("config_version")));
-    const bool current =
-        settings->value(QStringLiteral("config_version")).toString().toInt() == kConfigVersion;
-    if (!current) {
-        settings->setValue(QStringLiteral("config_version"), integerText(kConfigVersion));
-    }
-    settings->endGroup();
-    if (!current) {
+    if (!noteVersion(*settings, groupName(device_name + QStringLiteral("config_version")))) {
         storeGroup(device_name + QStringLiteral("default"), true);
         storeGroup(device_name, false);
     }

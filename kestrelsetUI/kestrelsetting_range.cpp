@@ -1,6 +1,7 @@
 // Paper size, orientation and the four fields of the scan area.
 #include "kestrelsetting.h"
 
+#include "kestrelsetting_controls.h"
 #include "out_of_memory.h"
 #include "rules/scan_range.h"
 #include "ui_kestrelsetting.h"
@@ -8,11 +9,6 @@
 using namespace kestrel;
 
 namespace {
-
-SpinMm spin(const QDoubleSpinBox* box)
-{
-    return {box->value(), box->minimum(), box->maximum()};
-}
 
 Orientation checkedOrientation(const Ui_KestrelSetting& ui)
 {
@@ -26,10 +22,10 @@ Orientation checkedOrientation(const Ui_KestrelSetting& ui)
 
 ScanRange KestrelSettingUI::scanRange() const
 {
-    return {spin(ui->tl_x),
-            spin(ui->tl_y),
-            spin(ui->br_x),
-            spin(ui->br_y),
+    return {spinMm(*ui->tl_x),
+            spinMm(*ui->tl_y),
+            spinMm(*ui->br_x),
+            spinMm(*ui->br_y),
             checkedOrientation(*ui),
             portrait,
             ui->center_alignment->isChecked(),

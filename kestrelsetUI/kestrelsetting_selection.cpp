@@ -1,6 +1,7 @@
 // The selection on the preview, in millimetres beside the picture.
 #include "kestrelsetting.h"
 
+#include "kestrelsetting_controls.h"
 #include "rules/paper_size.h"
 #include "rules/scan_range.h"
 #include "ui_kestrelsetting.h"
@@ -8,11 +9,6 @@
 using namespace kestrel;
 
 namespace {
-
-SpinMm spin(const QDoubleSpinBox* box)
-{
-    return {box->value(), box->minimum(), box->maximum()};
-}
 
 /// What is left of @p extent beside @p taken, as exact as the boxes are: a number that is held
 /// there has to count as at the edge when it comes back, whatever the difference of the doubles is.
@@ -101,8 +97,8 @@ void KestrelSettingUI::on_offset_h_valueChanged(double v)
 
 PreviewRange KestrelSettingUI::previewRange() const
 {
-    return {spin(ui->offset_x), spin(ui->offset_y), spin(ui->offset_w), spin(ui->offset_h),
-            ui->horizontal_range_preview->isChecked()};
+    return {spinMm(*ui->offset_x), spinMm(*ui->offset_y), spinMm(*ui->offset_w),
+            spinMm(*ui->offset_h), ui->horizontal_range_preview->isChecked()};
 }
 
 void KestrelSettingUI::writePreviewArea(const AreaMm& area)

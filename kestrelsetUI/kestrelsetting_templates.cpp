@@ -2,6 +2,7 @@
 #include "kestrelsetting.h"
 
 #include "dialogs/edittemplate.h"
+#include "settings/open_group.h"
 #include "settings/settings_file.h"
 #include "settings/template_list.h"
 #include "ui_kestrelsetting.h"
@@ -11,15 +12,6 @@
 using namespace kestrel;
 
 namespace {
-
-const QString kNames = QStringLiteral("usertemplate");
-const QString kIndex = QStringLiteral("usertemplate_index");
-const QString kPresets = QStringLiteral("preset_template_num");
-
-QString workingEntry()
-{
-    return QStringLiteral("自订");
-}
 
 /// Selects an item; an index that the list does not have is ignored.
 bool select(QComboBox* list, int index)
@@ -53,22 +45,21 @@ struct KestrelSettingUI::TemplateRecord
 
 KestrelSettingUI::TemplateRecord KestrelSettingUI::readTemplates() const
 {
-    settings->beginGroup(templateListGroup());
-    TemplateRecord record{splitTemplateList(settings->value(kNames).toString()),
-                          settings->value(kIndex).toString()};
-    settings->endGroup();
-    return record;
+    const OpenGroup list(*settings, templateListGroup());
+    return {splitTemplateList(settings->value(templateListKey).toString()),
+            settings->value(templateIndexKey).toString()};
 }
 
 /// Fills the combo at a binding.
 /// @return whether a template is selected
 bool KestrelSettingUI::listTemplates()
 {
-    settings->beginGroup(templateListGroup());
-    if (settings->value(kPresets).toString().isEmpty()) {
-        settings->setValue(kPresets, QStringLiteral("1"));
+    {
+        const OpenGroup list(*settings, templateListGroup());
+        if (settings->value(presetCountKey).toString().isEmpty()) {
+            settings->setValue(presetCountKey, QStringLiteral("1"));
+        }
     }
-    settings->endGroup();
     const auto record = readTemplates();
     if (record.names.size() < 2) {
         // Another device's list may be there; filling loads a group, so not without need.
@@ -153,9 +144,10 @@ void KestrelSettingUI::saveSelectedTemplate()
     const int index = ui->usertemplate->currentIndex();
     const QString name = index > 0 ? ui->usertemplate->currentText() : device_name;
     storeGroup(name, false);
-    settings->beginGroup(templateListGroup());
-    settings->setValue(kIndex, index);
-    settings->endGroup();
+    {
+        const OpenGroup list(*settings, templateListGroup());
+        settings->setValue(templateIndexKey, index);
+    }
     saveSettings(*settings, groupsOf({name}));
 }
 

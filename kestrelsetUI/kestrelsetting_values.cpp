@@ -1,6 +1,7 @@
 // One setting and its control: the text that the control gives, and what a text makes of it.
 #include "kestrelsetting.h"
 
+#include "kestrelsetting_controls.h"
 #include "rules/gamma.h"
 #include "settings/settings_table.h"
 #include "settings/text_codec.h"
@@ -10,7 +11,6 @@ using namespace kestrel;
 
 namespace {
 
-constexpr int kCustomResolutionItem = 7;
 constexpr int kResolutionItemsWithCustom = 8;
 
 /// The property of a control that holds a setting.
@@ -40,12 +40,12 @@ void setCustomResolution(QComboBox* list, const QString& text)
     const bool present = list->count() == kResolutionItemsWithCustom;
     if (text.isEmpty()) {
         if (present) {
-            list->removeItem(kCustomResolutionItem);
+            list->removeItem(customResolutionItem);
         }
     } else if (!present) {
         list->addItem(text);
-    } else if (list->itemText(kCustomResolutionItem) != text) {
-        list->setItemText(kCustomResolutionItem, text);
+    } else if (list->itemText(customResolutionItem) != text) {
+        list->setItemText(customResolutionItem, text);
     }
 }
 
@@ -70,7 +70,7 @@ QString KestrelSettingUI::settingText(const Setting& setting) const
         return integerText(multistream_mask.bits());
     case Encoding::CustomResolution:
         return ui->resolution_gengel_slide->count() == kResolutionItemsWithCustom
-                   ? ui->resolution_gengel_slide->itemText(kCustomResolutionItem)
+                   ? ui->resolution_gengel_slide->itemText(customResolutionItem)
                    : QString();
     case Encoding::Real:
     case Encoding::SingleReal:

@@ -2,6 +2,7 @@
 
 #include "dialogs/addusertemplate.h"
 #include "dialogs/fit_text.h"
+#include "settings/open_group.h"
 #include "settings/settings_table.h"
 #include "settings/template_list.h"
 #include "ui_edittemplate.h"
@@ -14,20 +15,6 @@
 #include <algorithm>
 #include <utility>
 #include <vector>
-
-namespace {
-
-const QLatin1String listKey("usertemplate");
-const QLatin1String indexKey("usertemplate_index");
-const QLatin1String presetKey("preset_template_num");
-
-// The first entry of every list: the working configuration.
-QString workingEntry()
-{
-    return QStringLiteral("自订");
-}
-
-} // namespace
 
 EditTemplate::EditTemplate(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui_EditTemplate>()),
@@ -44,17 +31,17 @@ EditTemplate::~EditTemplate() = default;
 void EditTemplate::setPathINI(QString path)
 {
     settings = kestrel::openSettings(path);
-    settings->beginGroup(kestrel::templateListGroup());
-    const QString presets = settings->value(presetKey).toString();
-    const QStringList names = kestrel::splitTemplateList(settings->value(listKey).toString());
-    settings->endGroup();
+    const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
+    const QString presets = settings->value(kestrel::presetCountKey).toString();
+    const QStringList names =
+        kestrel::splitTemplateList(settings->value(kestrel::templateListKey).toString());
 
     if (!presets.isEmpty()) {
         // A file may say anything; no entry stands below 0.
         preset_count = std::max(presets.toInt(), 0);
     }
     ui->usertemplate->clear();
-    ui->usertemplate->addItems(names.isEmpty() ? QStringList(workingEntry()) : names);
+    ui->usertemplate->addItems(names.isEmpty() ? QStringList(kestrel::workingEntry()) : names);
 }
 
 void EditTemplate::on_template_add_clicked()
@@ -71,11 +58,12 @@ void EditTemplate::on_template_add_clicked()
     ui->usertemplate->addItem(name);
     emit addUserTemplate(name);
 
-    settings->beginGroup(kestrel::templateListGroup());
-    const QString stored = settings->value(listKey).toString();
-    settings->setValue(listKey,
-                       stored.isEmpty() ? listText() : kestrel::appendTemplate(stored, name));
-    settings->endGroup();
+    {
+        const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
+        const QString stored = settings->value(kestrel::templateListKey).toString();
+        settings->setValue(kestrel::templateListKey,
+                           stored.isEmpty() ? listText() : kestrel::appendTemplate(stored, name));
+    }
     kestrel::saveSettings(*settings, kestrel::groupsOf({name}));
 }
 
@@ -90,10 +78,11 @@ void EditTemplate::on_template_remove_clicked()
     ui->usertemplate->setCurrentIndex(0);
     ui->usertemplate->removeItem(index);
 
-    settings->beginGroup(kestrel::templateListGroup());
-    settings->setValue(listKey, listText());
-    settings->setValue(indexKey, QStringLiteral("0"));
-    settings->endGroup();
+    {
+        const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
+        settings->setValue(kestrel::templateListKey, listText());
+        settings->setValue(kestrel::templateIndexKey, QStringLiteral("0"));
+    }
     kestrel::saveSettings(*settings, kestrel::groupsOf({name}));
     changed = true;
 }
@@ -115,9 +104,10 @@ void EditTemplate::on_template_rename_clicked()
     renameUserTemplate(oldName, newName);
     removeGroup(oldName);
 
-    settings->beginGroup(kestrel::templateListGroup());
-    settings->setValue(listKey, listText());
-    settings->endGroup();
+    {
+        const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
+        settings->setValue(kestrel::templateListKey, listText());
+    }
     kestrel::saveSettings(*settings, kestrel::groupsOf({oldName, newName}));
     changed = true;
 }
@@ -131,10 +121,11 @@ void EditTemplate::on_template_reset_clicked()
         removeGroup(ui->usertemplate->itemText(index));
         ui->usertemplate->removeItem(index);
     }
-    settings->beginGroup(kestrel::templateListGroup());
-    // "自订" alone, however many presets the file counts.
-    settings->setValue(listKey, workingEntry());
-    settings->endGroup();
+    {
+        const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
+        // "自订" alone, however many presets the file counts.
+        settings->setValue(kestrel::templateListKey, kestrel::workingEntry());
+    }
     kestrel::saveSettings(*settings);
     changed = true;
 }
@@ -160,16 +151,16 @@ void EditTemplate::renameUserTemplate(QString from, QString to)
     const std::vector<QString> keys = kestrel::renamedKeys();
     std::vector<QString> texts;
     texts.reserve(keys.size());
-    settings->beginGroup(kestrel::groupName(from));
-    for (const QString& key : keys) {
-        texts.push_back(settings->value(key).toString());
+    {
+        const kestrel::OpenGroup group(*settings, kestrel::groupName(from));
+        for (const QString& key : keys) {
+            texts.push_back(settings->value(key).toString());
+        }
     }
-    settings->endGroup();
-    settings->beginGroup(kestrel::groupName(to));
+    const kestrel::OpenGroup group(*settings, kestrel::groupName(to));
     for (std::size_t i = 0; i < keys.size(); ++i) {
         settings->setValue(keys[i], texts[i]);
     }
-    settings->endGroup();
 }
 
 // False when the user cancelled, or when the host took the dialogs away meanwhile.
@@ -198,10 +189,9 @@ void EditTemplate::removeGroup(const QString& templateName)
     }
     // Key by key: removing the group as such would take a key of that name outside all groups with
     // it.
-    settings->beginGroup(kestrel::groupName(templateName));
+    const kestrel::OpenGroup group(*settings, kestrel::groupName(templateName));
     const QStringList keys = settings->allKeys();
     for (const QString& key : keys) {
         settings->remove(key);
     }
-    settings->endGroup();
 }

@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <iterator>
 #include <new>
 
 namespace kestrel {
@@ -28,6 +27,12 @@ const char memoryPrefix[] = "/dev/null/";
 class SettingsFile;
 
 Q_GLOBAL_STATIC(QVector<SettingsFile*>, openFiles)
+
+/// @return all that are open, in a list that shares its memory; none while the program ends.
+QVector<SettingsFile*> allOpenFiles()
+{
+    return openFiles.isDestroyed() ? QVector<SettingsFile*>() : *openFiles;
+}
 
 /// Saves checked where the toolkit, on its own, would write unchecked.
 class SettingsFile : public QSettings
@@ -108,30 +113,28 @@ protected:
 
 private:
     // Objects on the same path share what is read and written.
-    QVector<SettingsFile*> othersOnFile() const
+    bool isOtherOnFile(const SettingsFile* file) const
     {
-        QVector<SettingsFile*> others;
-        if (!openFiles.isDestroyed()) {
-            std::copy_if(openFiles->cbegin(), openFiles->cend(), std::back_inserter(others),
-                         [this](const SettingsFile* file) {
-                             return file != this && file->fileName() == fileName();
-                         });
-        }
-        return others;
+        return file != this && file->fileName() == fileName();
     }
 
     // What a failed save has left over, or another object has not saved yet, may be in any group.
     bool knowsAll() const
     {
-        const QVector<SettingsFile*> others = othersOnFile();
-        return !isUnsaved && std::none_of(others.cbegin(), others.cend(), [](SettingsFile* file) {
-            const bool wasUnsaved = file->isUnsaved;
-            const bool isUnsaved = file->hasUnsaved();
-            if (isUnsaved && !wasUnsaved) {
-                file->saveLater(); // its own save is still to come
-            }
-            return isUnsaved;
+        const QVector<SettingsFile*> files = allOpenFiles();
+        return !isUnsaved && std::none_of(files.cbegin(), files.cend(), [this](SettingsFile* file) {
+            return isOtherOnFile(file) && file->isStillUnsaved();
         });
+    }
+
+    bool isStillUnsaved()
+    {
+        const bool wasUnsaved = isUnsaved;
+        const bool stays = hasUnsaved();
+        if (stays && !wasUnsaved) {
+            saveLater(); // its own save is still to come
+        }
+        return stays;
     }
 
     // What the others had left over has been written along.
@@ -140,9 +143,12 @@ private:
         isUnsaved = outcome != SaveOutcome::Complete;
         const bool isThere = outcome != SaveOutcome::Failed && QFileInfo::exists(fileName());
         hadFile = hadFile || isThere;
-        for (SettingsFile* const file : othersOnFile()) {
-            file->isUnsaved = file->isUnsaved && outcome != SaveOutcome::Complete;
-            file->hadFile = file->hadFile || isThere;
+        const QVector<SettingsFile*> files = allOpenFiles();
+        for (SettingsFile* const file : files) {
+            if (isOtherOnFile(file)) {
+                file->isUnsaved = file->isUnsaved && outcome != SaveOutcome::Complete;
+                file->hadFile = file->hadFile || isThere;
+            }
         }
     }
 
@@ -164,13 +170,11 @@ SettingsHandle openInMemory(const QString& path)
 // check, and after waiting for the lock file without limit. So no second object is made then.
 SettingsFile* unsavedFile(const QString& path)
 {
-    if (openFiles.isDestroyed()) {
-        return nullptr;
-    }
-    const auto found = std::find_if(openFiles->begin(), openFiles->end(), [&](SettingsFile* file) {
+    const QVector<SettingsFile*> files = allOpenFiles();
+    const auto found = std::find_if(files.cbegin(), files.cend(), [&](SettingsFile* file) {
         return file->fileName() == path && file->hasUnsaved();
     });
-    return found != openFiles->end() ? *found : nullptr;
+    return found != files.cend() ? *found : nullptr;
 }
 
 SettingsHandle openOnce(const QString& path)

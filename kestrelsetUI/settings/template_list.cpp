@@ -40,6 +40,11 @@ QString templateListGroup()
     return QStringLiteral("UserTemplates");
 }
 
+QString workingEntry()
+{
+    return QStringLiteral("自订");
+}
+
 QStringList groupsOf(const QStringList& names)
 {
     QStringList groups{templateListGroup()};

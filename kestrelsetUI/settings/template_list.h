@@ -23,6 +23,14 @@ QString groupName(const QString& name);
 /// The group that holds the list of templates and which of them is selected.
 QString templateListGroup();
 
+/// In that group: the names, the number of the selected one, and how many of them are presets.
+constexpr QLatin1String templateListKey("usertemplate");
+constexpr QLatin1String templateIndexKey("usertemplate_index");
+constexpr QLatin1String presetCountKey("preset_template_num");
+
+/// The first entry of every list: the working configuration.
+QString workingEntry();
+
 /// @return the groups of the templates @p names, and templateListGroup().
 QStringList groupsOf(const QStringList& names);
 

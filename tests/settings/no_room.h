@@ -58,6 +58,15 @@ inline void fill(const QString& folder, int freePages)
     ASSERT_TRUE(all.resize(static_cast<qint64>(std::max(written - freePages, 0)) * pageSize));
 }
 
+/// No file of this process grows beyond @p bytes from now on.
+inline void limitFiles(rlim_t bytes)
+{
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    limit.rlim_cur = bytes;
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
 /// No file of this process may grow beyond this size while the object lives.
 class FileSizeLimit
 {

@@ -3,13 +3,12 @@
 #include "settings/settings_file.h"
 
 #include "child_process.h"
+#include "no_room.h"
 #include "settings_folder.h"
 
 #include <QCoreApplication>
 
 #include <csignal>
-
-#include <sys/resource.h>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -24,14 +23,6 @@ const QStringList groupOfSecond{QStringLiteral("Alpha")};
 /// Large enough that the toolkit's lock file fits under a limit of its size.
 const QByteArray oldBytes =
     "[Alpha]\nbrightness=1\n\n[Filler]\ntext=" + QByteArray(3000, 'x') + '\n';
-
-void limitFiles(rlim_t bytes)
-{
-    rlimit limit{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-    limit.rlim_cur = bytes;
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-}
 
 /// Runs @p test in a process with an application object, because requests for a save are events.
 template <typename Test>

@@ -4,6 +4,7 @@
 #include "settings/settings_file.h"
 
 #include "child_process.h"
+#include "no_room.h"
 #include "settings_folder.h"
 
 #include <QCoreApplication>
@@ -14,7 +15,6 @@
 
 #include <csignal>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,16 +54,6 @@ protected:
         clearTheWay();
         EXPECT_TRUE(saveSettings(*second));
         EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\ncontrast=13\n");
-    }
-
-    /// No file grows beyond @p bytes, and whoever tries is ended.
-    static void limitFiles(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_DFL);
-        rlimit limit{};
-        ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-        limit.rlim_cur = bytes;
-        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     }
 
     const SettingsFolder folder;
@@ -121,6 +111,7 @@ TEST_F(SettingsUnsaved, LimitOnTheSizeOfFilesDoesNotEndTheHost)
     inChildProcess([this] {
         const SettingsHandle first = openSettings(folder.filePath());
         first->setValue(keyA, QStringLiteral("12"));
+        std::signal(SIGXFSZ, SIG_DFL); // whoever tries to write more is ended
         limitFiles(10);
         EXPECT_FALSE(saveSettings(*first));
         const SettingsHandle second = openSettings(folder.filePath());
