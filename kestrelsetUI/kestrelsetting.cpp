@@ -57,6 +57,7 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
     ui->color_correction->setCurrentIndex(kDefaultColorCorrection);
     init_config();
     connectSignals();
+    rememberFormSettings();
     new GroupFocus(*this);
     new ScreenFit({*this, *ui->scrollArea, *ui->tabWidget, *ui->widget_13});
 }

@@ -382,7 +382,8 @@ private:
         QVariant minimum;
         QVariant maximum;
     };
-    std::vector<Limits> form_limits; ///< of the controls that a scanner limits
+    std::vector<Limits> form_limits;          ///< of the controls that a scanner limits
+    std::vector<StoredSetting> form_settings; ///< what the form gives for each setting
 
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 
@@ -396,6 +397,8 @@ private:
     Q_DECL_HIDDEN void assignButtonIds();
     Q_DECL_HIDDEN void connectSignals();
     Q_DECL_HIDDEN void rememberFormLimits();
+    Q_DECL_HIDDEN void rememberFormSettings();
+    Q_DECL_HIDDEN void loadFormSettings();
     Q_DECL_HIDDEN bool acceptPreviewArea();
     Q_DECL_HIDDEN void showScannerInfo();
     Q_DECL_HIDDEN void openSettings(const char* config_dir);

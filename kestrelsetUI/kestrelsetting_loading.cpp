@@ -92,6 +92,25 @@ void KestrelSettingUI::loadGroup(const QString& group)
     }
 }
 
+void KestrelSettingUI::rememberFormSettings()
+{
+    form_settings.reserve(settingsTable().size());
+    for (const auto& setting : settingsTable()) {
+        form_settings.emplace_back(&setting, settingText(setting));
+    }
+}
+
+/// What the scanner of before has left in a control, and the next one says nothing about, would be
+/// stored as the next one's own.
+void KestrelSettingUI::loadFormSettings()
+{
+    for (const auto& [setting, text] : form_settings) {
+        if (settingText(*setting) != text) {
+            loadSetting(*setting, text);
+        }
+    }
+}
+
 /// Loaded one after the other, extents meet the offsets and the paper size that were on show
 /// before: they are cut to what those leave, and count as edits by hand. What was bent so is put
 /// back.
