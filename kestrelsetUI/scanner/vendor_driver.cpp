@@ -80,7 +80,7 @@ void VendorDriver::readLegacy(RollerCounters& result) const
 void VendorDriver::readDriver(RollerCounters& result)
 {
     Record record{};
-    Request request{record.data(), 0};
+    Request request{record.data(), 0, 0};
     // A driver that fails to start is told to stop and asked all the same: it may be up already.
     if (vendor_initialize_driver(vendor_driver_id) != 0 && vendor_terminate_driver != nullptr) {
         vendor_terminate_driver(vendor_driver_id);

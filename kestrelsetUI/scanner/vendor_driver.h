@@ -41,6 +41,7 @@ private:
     {
         void* data;
         std::uint32_t size;
+        std::uint32_t beyondSize; ///< padding, but set: a driver may read the size as 64 bits
     };
 
     // The vendor's prototypes, as far as they are relied on; 0 is success.

@@ -100,7 +100,8 @@ VENDOR_EXPORT int AVReadNVMData(std::int32_t driver, std::uint32_t* device, Requ
     note('R', driver);
     vendorStub.deviceRead = device;
     vendorStub.deviceSeen = *device;
-    vendorStub.sizeSeen = request->size;
+    // As a driver does whose size has 64 bits.
+    std::memcpy(&vendorStub.sizeSeen, &request->size, sizeof vendorStub.sizeSeen);
     vendorStub.sizePointerFits = size == &request->size;
     vendorStub.zeroSeen = zero;
     std::memcpy(request->data, vendorStub.words, vendorStub.bytes);

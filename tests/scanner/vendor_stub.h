@@ -25,7 +25,7 @@ struct VendorStub
     const void* deviceGiven = nullptr; ///< where AVInitializeDevice was to write
     const void* deviceRead = nullptr;  ///< what AVReadNVMData had for the device
     std::uint32_t deviceSeen = 0;      ///< the device word at the read
-    std::uint32_t sizeSeen = 99;       ///< the request's size at the read
+    std::uint64_t sizeSeen = 99;       ///< the request's size at the read
     bool sizePointerFits = false;      ///< the last argument pointed at the request's size
     int zeroSeen = -1;
 };
