@@ -47,6 +47,7 @@ DirectoryLock::DirectoryLock(const QString& directory, QDeadlineTimer deadline)
 DirectoryLock::~DirectoryLock()
 {
     if (descriptor >= 0) {
+        ::flock(descriptor, LOCK_UN); // a child that another thread has forked holds it as well
         ::close(descriptor);
     }
 }

@@ -62,15 +62,20 @@ bool isWhole(const KnownFile& known, QSettings& settings)
 }
 
 // The old file stands again: the toolkit has to read it, and to be told the new values once more.
-void putBack(QSettings& settings, HeldFile& held, const KnownFile& known)
+SaveOutcome putBack(QSettings& settings, HeldFile& held, const KnownFile& known)
 {
+    if (held.isUnchanged()) {
+        return SaveOutcome::Failed;
+    }
     const Snapshot snapshot = snapshotOf(settings);
     const qint64 written = modificationTime(known.path);
-    if (held.restore()) {
-        outdateToolkitMemory(known.path, written);
-        tellAgain(settings, snapshot);
-        noteToolkitMemory(known.path, known.content);
+    if (!held.restore()) {
+        return SaveOutcome::Doubtful;
     }
+    outdateToolkitMemory(known.path, written);
+    tellAgain(settings, snapshot);
+    noteToolkitMemory(known.path, known.content);
+    return SaveOutcome::Failed;
 }
 
 // After the toolkit may have written: the new file is whole, or the old one comes back.
@@ -78,14 +83,15 @@ SaveOutcome keepWhole(QSettings& settings, HeldFile& held, const KnownFile& know
 {
     const bool isUnchanged = held.isUnchanged();
     if (settings.status() == QSettings::NoError && isUnchanged) {
+        held.settle();
         noteToolkitMemory(known.path, known.content);
         return SaveOutcome::Complete;
     }
     if (isWhole(known, settings)) {
+        held.settle();
         return isUnchanged ? SaveOutcome::InPlace : SaveOutcome::Complete;
     }
-    putBack(settings, held, known);
-    return SaveOutcome::Failed;
+    return putBack(settings, held, known);
 }
 
 // The toolkit reads such a file as UTF-8, but writes its texts back without the mark.
@@ -115,7 +121,7 @@ SaveOutcome saveHeld(QSettings& settings, const KnownFile& known)
 
 } // namespace
 
-SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline,
+SaveOutcome saveGuarded(QSettings& settings, SaveHistory history, QDeadlineTimer deadline,
                         const QStringList& groups)
 {
     const QString path = settings.fileName();
@@ -132,7 +138,7 @@ SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadli
     if (!makeSafeToRead(path, &content) || !canTakeToolkitLock(path, deadline)) {
         return SaveOutcome::Failed;
     }
-    if (hadFile && !QFileInfo::exists(path)) {
+    if (history.isDoubtful || (history.hadFile && !QFileInfo::exists(path))) {
         // A file that somebody removed takes what was read from it along. Told beforehand, it comes
         // back whole with the one write.
         tellAll(settings, snapshotOf(settings));

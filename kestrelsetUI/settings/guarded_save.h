@@ -13,18 +13,27 @@ namespace kestrel {
 
 enum class SaveOutcome
 {
+    Doubtful, ///< neither new nor old: the toolkit may take for written what is not
     Failed,   ///< the old file stands
     InPlace,  ///< the file holds everything, but the toolkit may want to write it once more
     Complete, ///< the file holds everything
 };
 
+/// How the saves before this one have ended.
+struct SaveHistory
+{
+    /// The toolkit may take something for written: it comes back when somebody has removed the
+    /// file.
+    bool hadFile = false;
+    bool isDoubtful = false; ///< the last one was SaveOutcome::Doubtful
+};
+
 /// Writes what @p settings holds to its file and looks at the bytes on the disk afterwards.
 /// @param settings an object with no group open, on a file.
-/// @param hadFile whether the toolkit may take something for written: it comes back when somebody
-/// has removed the file.
 /// @param deadline until when to wait, in all, for others that save in the same folder.
 /// @param groups those that have been written to since the file was whole; none, if not known.
-SaveOutcome saveGuarded(QSettings& settings, bool hadFile, QDeadlineTimer deadline,
+/// @throws std::bad_alloc, which leaves the file whole and the outcome in doubt.
+SaveOutcome saveGuarded(QSettings& settings, SaveHistory history, QDeadlineTimer deadline,
                         const QStringList& groups = {});
 
 /// Clears the way for the toolkit's reader: a refused file is moved aside.

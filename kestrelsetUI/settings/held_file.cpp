@@ -22,9 +22,11 @@ QByteArray realName(const QString& path)
 
 constexpr int mostHoldNames = 16;
 
+// What stands at such a name is taken for ours: nobody gives it to a copy made by hand.
 QByteArray holdName(const QByteArray& file, int number)
 {
-    return file + (number == 0 ? QByteArray(".hold") : ".hold-" + QByteArray::number(number));
+    const QByteArray name = file + ".kestrel-hold";
+    return number == 0 ? name : name + '-' + QByteArray::number(number);
 }
 
 bool sameFile(const struct stat& a, const struct stat& b)
@@ -104,7 +106,8 @@ HeldFile::HeldFile(const QString& path) : file(realName(path))
 
 HeldFile::~HeldFile()
 {
-    if (existed && safe) {
+    const bool isOver = safe && (settled || isUnchanged() || restore());
+    if (isOver && existed) {
         ::unlink(hold.constData());
     }
 }
@@ -127,10 +130,9 @@ bool HeldFile::restore()
     if (isUnchanged()) {
         return false;
     }
-    if (!existed) {
-        return ::unlink(file.constData()) == 0;
-    }
-    return ::rename(hold.constData(), file.constData()) == 0;
+    settled = existed ? ::rename(hold.constData(), file.constData()) == 0
+                      : ::unlink(file.constData()) == 0;
+    return settled;
 }
 
 void HeldFile::recover(const QString& path)

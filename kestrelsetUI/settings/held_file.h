@@ -9,8 +9,10 @@
 
 namespace kestrel {
 
-/// Holds a file by a second name, the first free one of "FILE.hold", "FILE.hold-1", ..., for its
-/// own lifetime. To be used by one process at a time (see DirectoryLock).
+/// Holds a file by a second name, the first free one of "FILE.kestrel-hold",
+/// "FILE.kestrel-hold-1", ..., for its own lifetime. At its end the old file comes back, unless the
+/// new one was found good; what could not be put back stays held for recover().
+/// To be used by one process at a time (see DirectoryLock).
 class HeldFile
 {
 public:
@@ -29,6 +31,9 @@ public:
     /// @return false if nothing had to be put back.
     bool restore();
 
+    /// The new file is good: it stays.
+    void settle() noexcept { settled = true; }
+
     /// Settles what a process left behind that was killed while it held @p path: the held file
     /// comes back if the other is empty or cut. A cut one is kept aside (see keepAside()).
     static void recover(const QString& path);
@@ -41,6 +46,7 @@ private:
     };
     bool existed = false;
     bool safe = false;
+    bool settled = false;
 };
 
 } // namespace kestrel

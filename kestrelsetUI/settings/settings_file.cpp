@@ -39,7 +39,7 @@ class SettingsFile : public QSettings
 {
 public:
     explicit SettingsFile(const QString& path)
-        : QSettings(path, QSettings::IniFormat), hadFile(QFileInfo::exists(path))
+        : QSettings(path, QSettings::IniFormat), history{QFileInfo::exists(path), false}
     {
         if (!openFiles.isDestroyed()) {
             openFiles->append(this);
@@ -83,16 +83,16 @@ public:
             return false;
         }
         const SignalBlocker blocker(SIGXFSZ);
-        SaveOutcome outcome = SaveOutcome::Failed;
+        SaveOutcome outcome = SaveOutcome::Doubtful;
         try {
-            outcome = saveGuarded(*this, hadFile, patience, knowsAll() ? groups : QStringList());
+            const bool isKnown = knowsAll();
+            outcome = saveGuarded(*this, history, patience, isKnown ? groups : QStringList());
         } catch (const std::bad_alloc&) { // as good as no room on the disk
         }
         // One try for each call: what could not be written is not tried again with every turn of
         // the event loop.
         QCoreApplication::removePostedEvents(this, QEvent::UpdateRequest);
-        noteOutcome(outcome);
-        return outcome != SaveOutcome::Failed;
+        return noteOutcome(outcome);
     }
 
     void saveLater() { QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateRequest)); }
@@ -137,23 +137,26 @@ private:
         return stays;
     }
 
-    // What the others had left over has been written along.
-    void noteOutcome(SaveOutcome outcome)
+    // Without memory for anything: a save that had none ends here, too. What the others had left
+    // over has been written along, but the toolkit does not know that of them: they stay unsaved.
+    // @return whether the file holds everything.
+    bool noteOutcome(SaveOutcome outcome)
     {
+        const bool isDone = outcome == SaveOutcome::InPlace || outcome == SaveOutcome::Complete;
+        history.isDoubtful = outcome == SaveOutcome::Doubtful;
         isUnsaved = outcome != SaveOutcome::Complete;
-        const bool isThere = outcome != SaveOutcome::Failed && QFileInfo::exists(fileName());
-        hadFile = hadFile || isThere;
+        history.hadFile = history.hadFile || isDone;
         const QVector<SettingsFile*> files = allOpenFiles();
         for (SettingsFile* const file : files) {
             if (isOtherOnFile(file)) {
-                file->isUnsaved = file->isUnsaved && outcome != SaveOutcome::Complete;
-                file->hadFile = file->hadFile || isThere;
+                file->history.hadFile = file->history.hadFile || isDone;
             }
         }
+        return isDone;
     }
 
     int owners = 1;
-    bool hadFile;
+    SaveHistory history;
     bool isAsked = false;
     bool isUnsaved = false; ///< a save failed, and the toolkit does not request it again
 };

@@ -21,8 +21,9 @@ constexpr std::chrono::milliseconds signingTime{500};
 void removeUnsignedLock(const QString& lockPath)
 {
     const QFileInfo lock(lockPath);
+    const qint64 age = lock.lastModified().msecsTo(QDateTime::currentDateTime());
     if (lock.exists() && lock.size() == 0 &&
-        lock.lastModified().msecsTo(QDateTime::currentDateTime()) > signingTime.count()) {
+        qAbs(age) > signingTime.count()) { // a clock may have been set back since
         QFile::remove(lockPath);
     }
 }

@@ -39,8 +39,11 @@ void moveOn(const QString& path, qint64 modified)
     const timespec moved{static_cast<time_t>(next / perSecond),
                          static_cast<long>(next % perSecond * nanoseconds)};
     const timespec times[] = {keep, moved};
-    // Who may not do that may not write the file in place either; replacing it tells it apart.
-    ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0);
+    const QByteArray name = QFile::encodeName(path);
+    if (::utimensat(AT_FDCWD, name.constData(), times, 0) != 0) {
+        // Only the owner may choose a time; whoever may write the file may still set the present.
+        ::utimensat(AT_FDCWD, name.constData(), nullptr, 0);
+    }
 }
 
 } // namespace

@@ -11,7 +11,7 @@ using namespace kestrel::test;
 namespace {
 
 const QString keyA = QStringLiteral("ScannerA/brightness");
-const QString holdName = QStringLiteral("ScannerA.ini.hold");
+const QString holdName = QStringLiteral("ScannerA.ini.kestrel-hold");
 
 } // namespace
 

@@ -21,7 +21,7 @@ TEST(SettingsLeftByAKilledProcess, EmptyFileComesBackFromTheHeldOne)
 {
     const SettingsFolder folder;
     folder.write("");
-    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold"));
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.kestrel-hold"));
     EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
     EXPECT_EQ(folder.files(), QStringList(plainName));
@@ -33,7 +33,7 @@ TEST(SettingsLeftByAKilledProcess, CutFileComesBackFromTheHeldOneAndIsKeptAside)
         const SettingsFolder folder;
         folder.write(cut);
         folder.write("first", QStringLiteral("ScannerA.ini.bad-1"));
-        folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold"));
+        folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.kestrel-hold"));
         EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
         EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
         EXPECT_EQ(folder.bytes(QStringLiteral("ScannerA.ini.bad-1")), "first");
@@ -46,18 +46,18 @@ TEST(SettingsLeftByAKilledProcess, FileHeldByALaterNameComesBack)
 {
     const SettingsFolder folder;
     folder.write("");
-    ASSERT_TRUE(QDir().mkdir(folder.filePath(QStringLiteral("ScannerA.ini.hold"))));
-    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold-1"));
+    ASSERT_TRUE(QDir().mkdir(folder.filePath(QStringLiteral("ScannerA.ini.kestrel-hold"))));
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.kestrel-hold-1"));
     EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
-    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("ScannerA.ini.hold-1"))));
-    EXPECT_TRUE(QFileInfo(folder.filePath(QStringLiteral("ScannerA.ini.hold"))).isDir());
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("ScannerA.ini.kestrel-hold-1"))));
+    EXPECT_TRUE(QFileInfo(folder.filePath(QStringLiteral("ScannerA.ini.kestrel-hold"))).isDir());
 }
 
 TEST(SettingsLeftByAKilledProcess, WholeFileStaysAndTheHeldOneGoes)
 {
     const SettingsFolder folder;
     folder.write("[ScannerA]\nbrightness=2\n");
-    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold"));
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.kestrel-hold"));
     EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("2"));
     EXPECT_EQ(folder.files(), QStringList(plainName));
 }
@@ -66,7 +66,8 @@ TEST(SettingsLeftByAKilledProcess, SecondNameOfTheSameFileGoes)
 {
     const SettingsFolder folder;
     folder.write("[ScannerA]\nbrightness=2");
-    ASSERT_EQ(::link(nameOf(folder).constData(), (nameOf(folder) + ".hold").constData()), 0);
+    ASSERT_EQ(::link(nameOf(folder).constData(), (nameOf(folder) + ".kestrel-hold").constData()),
+              0);
     EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("2"));
     EXPECT_EQ(folder.files(), QStringList(plainName));
 }
@@ -74,7 +75,7 @@ TEST(SettingsLeftByAKilledProcess, SecondNameOfTheSameFileGoes)
 TEST(SettingsLeftByAKilledProcess, RemovedFileStaysRemoved)
 {
     const SettingsFolder folder;
-    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.hold"));
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.kestrel-hold"));
     EXPECT_TRUE(openSettings(folder.filePath())->allKeys().isEmpty());
     EXPECT_TRUE(folder.files().isEmpty());
 }

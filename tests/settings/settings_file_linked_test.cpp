@@ -178,7 +178,7 @@ TEST_F(LinkedSettings, TargetComesBackAfterItWasReplaced)
 TEST_F(LinkedSettings, CutTargetComesBackFromTheHeldOneBesideIt)
 {
     elsewhere.write("[ScannerA]\nbrightn", targetName);
-    elsewhere.write(oldBytes, QStringLiteral("real.ini.hold"));
+    elsewhere.write(oldBytes, QStringLiteral("real.ini.kestrel-hold"));
     EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
     EXPECT_EQ(targetBytes(), oldBytes);
     EXPECT_EQ(elsewhere.bytes(QStringLiteral("real.ini.bad-1")), "[ScannerA]\nbrightn");

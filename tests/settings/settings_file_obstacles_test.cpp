@@ -242,9 +242,9 @@ TEST(SettingsInPlace, DirectoriesAtTheNamesForHoldingDoNotKeepFromSaving)
 {
     const SettingsFolder folder;
     folder.write("[ScannerA]\nbrightness=1\n");
-    ASSERT_TRUE(QDir().mkdir(folder.filePath(QStringLiteral("ScannerA.ini.hold"))));
+    ASSERT_TRUE(QDir().mkdir(folder.filePath(QStringLiteral("ScannerA.ini.kestrel-hold"))));
     ASSERT_TRUE(QFile::link(QStringLiteral("nowhere"),
-                            folder.filePath(QStringLiteral("ScannerA.ini.hold-1"))));
+                            folder.filePath(QStringLiteral("ScannerA.ini.kestrel-hold-1"))));
     const QStringList before = folder.files();
     const SettingsHandle settings = openSettings(folder.filePath());
     settings->setValue(keyA, QStringLiteral("12"));

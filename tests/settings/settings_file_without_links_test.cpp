@@ -21,7 +21,7 @@ const QByteArray cutBytes = "[ScannerA]\nbrightn";
 void leaveACutFile(const SettingsFolder& folder)
 {
     folder.write(cutBytes);
-    folder.write(heldBytes, QStringLiteral("ScannerA.ini.hold"));
+    folder.write(heldBytes, QStringLiteral("ScannerA.ini.kestrel-hold"));
 }
 
 } // namespace

@@ -75,7 +75,8 @@ int main(int argc, char** argv)
     // Saving still works after all that, and cleans up the second names.
     const auto settings = kestrel::openSettings(file);
     settings->setValue(QStringLiteral("B/x"), QStringLiteral("1"));
-    if (!kestrel::saveSettings(*settings) || QFile::exists(file + QStringLiteral(".hold"))) {
+    if (!kestrel::saveSettings(*settings) ||
+        QFile::exists(file + QStringLiteral(".kestrel-hold"))) {
         std::fputs("the file can no longer be saved\n", stderr);
         return 1;
     }

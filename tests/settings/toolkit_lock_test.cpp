@@ -12,7 +12,10 @@
 #include <QLockFile>
 
 #include <chrono>
+#include <csignal>
+#include <memory>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace kestrel;
@@ -77,14 +80,16 @@ TEST(ToolkitLock, WhatIsNoFileCantBeTaken)
 
 TEST(ToolkitLock, OneThatNobodyHasSignedGoesAtTheFirstTry)
 {
-    const SettingsFolder folder;
-    folder.write("", QStringLiteral("ScannerA.ini.lock"));
-    QFile lock(lockPathIn(folder));
-    ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(lock.setFileTime(QDateTime::currentDateTime().addSecs(-2),
-                                 QFileDevice::FileModificationTime));
-    lock.close();
-    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
+    for (const int seconds : {-2, 20}) { // the second one: the clock has been set back since
+        const SettingsFolder folder;
+        folder.write("", QStringLiteral("ScannerA.ini.lock"));
+        QFile lock(lockPathIn(folder));
+        ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(lock.setFileTime(QDateTime::currentDateTime().addSecs(seconds),
+                                     QFileDevice::FileModificationTime));
+        lock.close();
+        EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired)) << seconds;
+    }
 }
 
 TEST(ToolkitLock, ThatOfAnEndedProcessIsTaken)
@@ -113,6 +118,24 @@ TEST(ToolkitLock, ProcessThatEndedWhileItRemovedALockBlocksNobody)
     EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), expired));
 }
 
+TEST(DirectoryLock, IsFreeAgainAlthoughAForkedChildHasItToo)
+{
+    const SettingsFolder folder;
+    const QString directory = QFileInfo(folder.filePath()).path();
+    auto lock = std::make_unique<DirectoryLock>(directory, expired);
+    ASSERT_TRUE(lock->isHeld());
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::pause();
+        ::_exit(0);
+    }
+    lock.reset();
+    EXPECT_TRUE(DirectoryLock(directory, expired).isHeld());
+    ::kill(child, SIGKILL);
+    EXPECT_EQ(::waitpid(child, nullptr, 0), child);
+}
+
 TEST(ToolkitLock, SaveWithoutTimeTriesEachLockOnce)
 {
     const SettingsFolder folder;
@@ -121,12 +144,12 @@ TEST(ToolkitLock, SaveWithoutTimeTriesEachLockOnce)
     {
         const DirectoryLock others(QFileInfo(folder.filePath()).path(), expired);
         ASSERT_TRUE(others.isHeld());
-        EXPECT_EQ(saveGuarded(*settings, false, expired), SaveOutcome::Failed);
+        EXPECT_EQ(saveGuarded(*settings, {}, expired), SaveOutcome::Failed);
     }
     QLockFile lock(lockPathIn(folder));
     ASSERT_TRUE(lock.tryLock(0));
-    EXPECT_EQ(saveGuarded(*settings, false, expired), SaveOutcome::Failed);
+    EXPECT_EQ(saveGuarded(*settings, {}, expired), SaveOutcome::Failed);
     lock.unlock();
-    EXPECT_EQ(saveGuarded(*settings, false, expired), SaveOutcome::Complete);
+    EXPECT_EQ(saveGuarded(*settings, {}, expired), SaveOutcome::Complete);
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
 }
