@@ -33,6 +33,9 @@ void CustomResolution::setCustomResolution(QString text)
     // entry.
     QPushButton* const taking = exists ? ui->modify : ui->add;
     taking->setDefault(true);
+    // Whoever types a number replaces the one before.
+    ui->spinBox_resolution->setFocus(Qt::OtherFocusReason);
+    ui->spinBox_resolution->selectAll();
 }
 
 void CustomResolution::setResolutionRange(int maximum)

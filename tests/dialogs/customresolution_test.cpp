@@ -129,6 +129,27 @@ TEST_F(CustomResolutionDialog, EnterTakesTheNumberAndNeverRemoves)
     EXPECT_EQ(answers.at(1).at(0).toString(), QStringLiteral("custom-200"));
 }
 
+TEST_F(CustomResolutionDialog, ANumberThatIsTypedReplacesTheOneBefore)
+{
+    const auto type = [this](const QString& digits) {
+        run([this, digits] {
+            ASSERT_NE(dialog.focusWidget(), nullptr);
+            QTest::keyClicks(dialog.focusWidget(), digits);
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        });
+    };
+    dialog.setCustomResolution(QString());
+    type(QStringLiteral("180"));
+    for (const char* const digits : {"240", "99"}) {
+        dialog.setCustomResolution(answers.last().at(0).toString());
+        type(QString::fromLatin1(digits));
+    }
+    ASSERT_EQ(answers.count(), 3);
+    EXPECT_EQ(answers.at(0).at(0).toString(), QStringLiteral("custom-180"));
+    EXPECT_EQ(answers.at(1).at(0).toString(), QStringLiteral("custom-240"));
+    EXPECT_EQ(answers.at(2).at(0).toString(), QStringLiteral("custom-99"));
+}
+
 TEST_F(CustomResolutionDialog, RangeFollowsTheScanner)
 {
     struct Row
