@@ -384,6 +384,7 @@ private:
     };
     std::vector<Limits> form_limits;          ///< of the controls that a scanner limits
     std::vector<StoredSetting> form_settings; ///< what the form gives for each setting
+    QString discovered_name;                  ///< the device whose options were walked over last
 
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 

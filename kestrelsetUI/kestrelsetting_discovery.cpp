@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
+#include <utility>
 
 using namespace kestrel;
 
@@ -88,7 +89,6 @@ void KestrelSettingUI::Discovery::startAfresh()
     ui_.source->clear();
     ui_.scanrange_setting->clear();
     ui_.preview_scanrange->clear();
-    ui_.background_processing_setting->clear();
     dialog_.device_kind = -1;
     dialog_.has_both_paths = 0;
     dialog_.flatbed_max_length = 0;
@@ -111,7 +111,10 @@ void KestrelSettingUI::Discovery::startAfresh()
     ui_.background_setting_label->show();
     ui_.background_setting_combobox->show();
     dialog_.custom_resolution->setResolutionRange(kDefaultMaxResolution);
-    dialog_.loadFormSettings();
+    const QString before = std::exchange(dialog_.discovered_name, dialog_.device_name);
+    if (!before.isEmpty() && before != dialog_.device_name) {
+        dialog_.loadFormSettings();
+    }
 }
 
 void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)

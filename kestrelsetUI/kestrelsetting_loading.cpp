@@ -104,6 +104,7 @@ void KestrelSettingUI::rememberFormSettings()
 /// stored as the next one's own.
 void KestrelSettingUI::loadFormSettings()
 {
+    ui->background_processing_setting->clear();
     for (const auto& [setting, text] : form_settings) {
         if (settingText(*setting) != text) {
             loadSetting(*setting, text);
