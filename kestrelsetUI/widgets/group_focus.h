@@ -1,5 +1,5 @@
 /// @file
-/// The Tab key among check boxes that stand in a button group.
+/// The Tab key among buttons that stand in a group.
 #pragma once
 
 #include <QObject>
@@ -7,9 +7,10 @@
 
 namespace kestrel {
 
-/// Lets the Tab key stop at every check box of the groups of a form. Qt leaves it only one of a
-/// group, as for radio buttons, also where several may be chosen; the others could not be reached
-/// with the keyboard at all.
+/// Lets the Tab key stop at every check box of the groups of a form where several may be chosen. Qt
+/// leaves it only one of a group, as for radio buttons; the others could not be reached with the
+/// keyboard at all. Where one is chosen the key stops at that one, also if it was not chosen by the
+/// keyboard.
 class GroupFocus : public QObject
 {
     Q_OBJECT
@@ -19,6 +20,11 @@ public:
     explicit GroupFocus(QWidget& form);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void passToChosen(const QWidget* before, const QWidget* now);
+
+    const QObject* reached_by_tab = nullptr; ///< only compared: it may be gone
 };
 
 } // namespace kestrel
