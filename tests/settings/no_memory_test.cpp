@@ -1,5 +1,6 @@
 // Whatever allocation of a save fails, the toolkit's own among them: the file is the old one or the
-// new one, and nothing that was not written is called saved.
+// new one, and nothing that was not written is called saved. Every third one fails in turn;
+// KESTREL_RELIABILITY=full takes each.
 #include "settings/settings_file.h"
 
 #include "child_process.h"
@@ -103,7 +104,8 @@ void walk(rlim_t largest, End withMemory)
     ASSERT_EQ(whole.end, withMemory);
     ASSERT_GT(whole.allocations, 100);
     int ended = 0;
-    for (int number = 1; number <= whole.allocations; ++number) {
+    const int step = qgetenv("KESTREL_RELIABILITY") == "full" ? 1 : 3;
+    for (int number = 1; number <= whole.allocations; number += step) {
         folder.write(oldBytes);
         const Outcome outcome = saveWithoutMemory(folder, number, largest);
         const SettingsHandle settings = openSettings(folder.filePath());
@@ -114,7 +116,7 @@ void walk(rlim_t largest, End withMemory)
         EXPECT_TRUE(outcome.end != End::Saved || bytes == newBytes) << number;
         ended += outcome.end == End::Never ? 1 : 0;
     }
-    EXPECT_LT(ended, whole.allocations / 10) << "the toolkit ends nearly every process";
+    EXPECT_LT(ended, whole.allocations / step / 10) << "the toolkit ends nearly every process";
 }
 
 } // namespace
