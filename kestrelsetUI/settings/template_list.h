@@ -24,9 +24,9 @@ QString groupName(const QString& name);
 QString templateListGroup();
 
 /// In that group: the names, the number of the selected one, and how many of them are presets.
-constexpr QLatin1String templateListKey("usertemplate");
-constexpr QLatin1String templateIndexKey("usertemplate_index");
-constexpr QLatin1String presetCountKey("preset_template_num");
+inline const QLatin1String templateListKey("usertemplate");
+inline const QLatin1String templateIndexKey("usertemplate_index");
+inline const QLatin1String presetCountKey("preset_template_num");
 
 /// The first entry of every list: the working configuration.
 QString workingEntry();
