@@ -10,6 +10,17 @@ set(KESTREL_LEAK_CHECK
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0:intercept_tls_get_addr=0"
 )
 
+# There are some two hundred programs to link, each with the debug information of what it tests.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -fuse-ld=gold KESTREL_HAS_GOLD)
+
+# How the tests themselves are compiled: for a quick round. What is tested is optimised as it ships.
+set(KESTREL_TEST_OPTIONS -O0 -g1 -U_FORTIFY_SOURCE)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Lets ccache see through the precompiled header.
+  list(APPEND KESTREL_TEST_OPTIONS -fpch-preprocess)
+endif()
+
 # One test program, one ctest entry. Programs are kept small so that ctest can run them side by side.
 #   kestrel_add_test(NAME SOURCES ... [LIBRARIES ...] [GUI] [TIMEOUT seconds] [LABELS ...] [ENVIRONMENT ...])
 # GUI: the program gets a QApplication on the offscreen platform; without it there is no application at
@@ -24,8 +35,11 @@ function(kestrel_add_test name)
   endif()
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} ${main} kestrel_warnings)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  # What is tested is optimised as it ships; the tests themselves are compiled for a quick round.
-  target_compile_options(${name} PRIVATE -O0 -g1 -U_FORTIFY_SOURCE)
+  target_compile_options(${name} PRIVATE ${KESTREL_TEST_OPTIONS})
+  target_precompile_headers(${name} REUSE_FROM ${main})
+  if(KESTREL_HAS_GOLD)
+    target_link_options(${name} PRIVATE -fuse-ld=gold)
+  endif()
   add_test(NAME ${name} COMMAND ${name} --gtest_shuffle)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
