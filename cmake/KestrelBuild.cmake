@@ -14,20 +14,14 @@ endif()
 
 find_program(KESTREL_CCACHE ccache)
 if(KESTREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  # Two build directories of one tree share what they compile, precompiled headers or not: ccache hands
-  # the compiler relative paths then.
-  set(CMAKE_CXX_COMPILER_LAUNCHER
-      env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
-      CCACHE_SLOPPINESS=pch_defines,time_macros "${KESTREL_CCACHE}")
+  # Build directories of one tree share what they compile, with precompiled headers, too.
+  set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_BASEDIR=${CMAKE_BINARY_DIR}" CCACHE_NOHASHDIR=1
+                                  CCACHE_SLOPPINESS=pch_defines,time_macros "${KESTREL_CCACHE}")
 endif()
 
 # The same bytes wherever and whenever it is built, and readable debug lines: paths as seen from the top of
 # the tree, generated sources that name their headers by include path.
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=" "-ffile-prefix-map=${CMAKE_BINARY_DIR}=.")
-if(KESTREL_CCACHE AND NOT CMAKE_SOURCE_DIR STREQUAL CMAKE_BINARY_DIR)
-  file(RELATIVE_PATH top_from_build "${CMAKE_BINARY_DIR}" "${CMAKE_SOURCE_DIR}")
-  add_compile_options("-ffile-prefix-map=${top_from_build}=")
-endif()
 set(CMAKE_AUTOMOC_PATH_PREFIX ON)
 
 # Runs inside someone else's process, on data from devices and files: what the compiler can guard, it does.
