@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <limits>
 
 namespace kestrel::bench {
@@ -13,6 +14,28 @@ namespace {
 constexpr double kMargin = 1.25;
 
 constexpr int kTitleWidth = 48;
+
+/// @return not a number when there is none
+double median(std::vector<double> values)
+{
+    if (values.empty()) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// @return what @p combine makes of each pair, as far as both have a value
+template <typename Combine>
+std::vector<double> roundByRound(const std::vector<double>& a, const std::vector<double>& b,
+                                 const Combine& combine)
+{
+    std::vector<double> combined(std::min(a.size(), b.size()));
+    std::transform(a.cbegin(), a.cbegin() + static_cast<std::ptrdiff_t>(combined.size()),
+                   b.cbegin(), combined.begin(), combine);
+    return combined;
+}
 
 /// Pads by characters, not by bytes.
 std::string padded(const std::string& text)
@@ -58,16 +81,26 @@ void Table::ReportRuns(const std::vector<Run>& runs)
     }
 }
 
-double Table::median(const std::string& job) const
+const std::vector<double>& Table::times(const std::string& job) const
 {
+    static const std::vector<double> none;
     const auto found = m_times.find(job);
-    if (found == m_times.end()) {
-        return std::numeric_limits<double>::quiet_NaN();
+    return found != m_times.end() ? found->second : none;
+}
+
+std::vector<double> Table::limits(const Row& row) const
+{
+    const Limit& limit = row.limit;
+    std::vector<double> limits(times(row.job).size(), limit.plus);
+    if (!limit.rival.empty()) {
+        const auto factors =
+            limit.small.empty()
+                ? std::vector<double>(limits.size(), limit.factor)
+                : roundByRound(times(limit.large), times(limit.small), std::divides<>());
+        const auto multiples = roundByRound(times(limit.rival), factors, std::multiplies<>());
+        limits = roundByRound(multiples, limits, std::plus<>());
     }
-    std::vector<double> times = found->second;
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
+    return limits;
 }
 
 bool Table::print() const
@@ -81,27 +114,24 @@ bool Table::print() const
         good = print(row) && good;
     }
     std::printf(
-        "\nMedians of processor time. \"close\": over the limit by less than %.0f %%, which "
-        "a busy machine makes.\n",
+        "\nMedians of the rounds, in processor time; a row and its limit meet in each round. "
+        "\"close\": over the limit by less than %.0f %%, which a busy machine makes.\n",
         (kMargin - 1.0) * 100.0);
     return good;
 }
 
 bool Table::print(const Row& row) const
 {
-    const double measured = median(row.job);
-    const bool hasRival = !row.limit.rival.empty();
-    const double rival = hasRival ? median(row.limit.rival) : 0.0;
-    const double factor = row.limit.small.empty()
-                              ? row.limit.factor
-                              : median(row.limit.large) / median(row.limit.small);
-    const double limit = rival * factor + row.limit.plus;
+    const std::vector<double>& measured = times(row.job);
+    const std::vector<double> limit = limits(row);
+    const double part = median(roundByRound(measured, limit, std::divides<>()));
+    const std::string& rival = row.limit.rival;
     // Written so that a benchmark, or a rival, without a time is a miss.
-    const bool good = measured <= limit * kMargin;
-    const char* const verdict = !good ? "MISSED" : measured > limit ? "close" : "ok";
+    const bool good = part <= kMargin;
+    const char* const verdict = !good ? "MISSED" : part > 1.0 ? "close" : "ok";
     std::printf("| %s | %11.3f | %9s | %9.3f | %6.0f %% | %-7s |\n", padded(row.title).c_str(),
-                measured, hasRival ? number(rival, "%.3f").c_str() : "", limit,
-                100.0 * measured / limit, verdict);
+                median(measured), rival.empty() ? "" : number(median(times(rival)), "%.3f").c_str(),
+                median(limit), 100.0 * part, verdict);
     return good;
 }
 

@@ -48,7 +48,7 @@ struct Row
     Limit limit;
 };
 
-/// Collects every repetition of every benchmark and reports their medians, row by row.
+/// Collects every round of every benchmark and reports the medians, row by row.
 class Table : public benchmark::BenchmarkReporter
 {
 public:
@@ -62,8 +62,10 @@ public:
     bool print() const;
 
 private:
-    /// @return milliseconds; NaN for a benchmark that did not run
-    double median(const std::string& job) const;
+    /// Milliseconds of each round; nothing of a benchmark that did not run.
+    const std::vector<double>& times(const std::string& job) const;
+    /// @return what the row may take in each round, out of what its rival took in the same one
+    std::vector<double> limits(const Row& row) const;
     /// @return whether the row is good
     bool print(const Row& row) const;
 
