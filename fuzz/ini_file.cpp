@@ -109,14 +109,15 @@ private:
     void confirm()
     {
         dialog().on_sure_clicked();
-        QByteArray content;
+        kestrel::FileBytes content;
         require(kestrel::inspectSettingsFile(m_folder.file(kFile), &content) ==
                     kestrel::FileState::Sound,
                 "the file is refused after it was saved");
-        require(kestrel::readIniEntries(content).value(QStringLiteral(
-                    "Fuzzconfig_version/config_version")) == QStringList(QStringLiteral("102")),
+        require(kestrel::readIniEntries(content.bytes())
+                        .value(QStringLiteral("Fuzzconfig_version/config_version")) ==
+                    QStringList(QStringLiteral("102")),
                 "the file does not say its version");
-        m_entries = kestrel::readIniEntries(content);
+        m_entries = kestrel::readIniEntries(content.bytes());
     }
 
     /// @return what the file holds for the entry that is selected

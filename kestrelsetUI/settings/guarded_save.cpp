@@ -51,12 +51,12 @@ struct KnownFile
 
 bool isWhole(const KnownFile& known, QSettings& settings)
 {
-    QByteArray content;
-    const bool isHeld =
-        inspectSettingsFile(known.path, &content) == FileState::Sound &&
-        (holdsGroups(content, settings, known.groups, known.content) || holds(content, settings));
+    FileBytes content;
+    const bool isHeld = inspectSettingsFile(known.path, &content) == FileState::Sound &&
+                        (holdsGroups(content.bytes(), settings, known.groups, known.content) ||
+                         holds(content.bytes(), settings));
     if (isHeld) {
-        noteToolkitMemory(known.path, content);
+        noteToolkitMemory(known.path, content.bytes());
     }
     return isHeld;
 }
@@ -99,9 +99,9 @@ bool writeWithoutMark(const QString& path, const QByteArray& content)
 {
     const QByteArray plain = withoutByteOrderMark(content);
     QSaveFile file(path);
-    QByteArray written;
+    FileBytes written;
     return file.open(QIODevice::WriteOnly) && file.write(plain) == plain.size() && file.commit() &&
-           inspectSettingsFile(path, &written) == FileState::Sound && written == plain;
+           inspectSettingsFile(path, &written) == FileState::Sound && written.bytes() == plain;
 }
 
 SaveOutcome saveHeld(QSettings& settings, const KnownFile& known)
@@ -134,7 +134,7 @@ SaveOutcome saveGuarded(QSettings& settings, SaveHistory history, QDeadlineTimer
         return SaveOutcome::Failed;
     }
     HeldFile::recover(path);
-    QByteArray content;
+    FileBytes content;
     if (!makeSafeToRead(path, &content) || !canTakeToolkitLock(path, deadline)) {
         return SaveOutcome::Failed;
     }
@@ -143,10 +143,10 @@ SaveOutcome saveGuarded(QSettings& settings, SaveHistory history, QDeadlineTimer
         // back whole with the one write.
         tellAll(settings, snapshotOf(settings));
     }
-    return saveHeld(settings, {path, content, groups});
+    return saveHeld(settings, {path, content.bytes(), groups});
 }
 
-bool makeSafeToRead(const QString& path, QByteArray* content)
+bool makeSafeToRead(const QString& path, FileBytes* content)
 {
     switch (inspectSettingsFile(path, content)) {
     case FileState::Missing:

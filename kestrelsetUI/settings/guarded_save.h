@@ -2,7 +2,8 @@
 /// One save of a settings file that ends with the new file or with the old one.
 #pragma once
 
-#include <QByteArray>
+#include "settings/file_bytes.h"
+
 #include <QDeadlineTimer>
 #include <QString>
 #include <QStringList>
@@ -39,6 +40,6 @@ SaveOutcome saveGuarded(QSettings& settings, SaveHistory history, QDeadlineTimer
 /// Clears the way for the toolkit's reader: a refused file is moved aside.
 /// @param content receives the bytes of the file, if there is one to read; may be null.
 /// @return false if what stands at @p path must not be read.
-bool makeSafeToRead(const QString& path, QByteArray* content);
+bool makeSafeToRead(const QString& path, FileBytes* content);
 
 } // namespace kestrel

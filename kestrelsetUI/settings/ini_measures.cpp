@@ -21,6 +21,13 @@ qint64 superfluousSlashes(const QString& name, bool isAfterSlash)
     return count;
 }
 
+// Most keys are what they look like, and have no groups in them.
+bool isPlainKey(Span text)
+{
+    return std::none_of(text.begin, text.end,
+                        [](char c) { return c == '%' || c == '\\' || c == '/'; });
+}
+
 /// Measures a file from its first line to its last.
 class Measuring
 {
@@ -52,14 +59,13 @@ private:
         if (bracket < line.begin) {
             bracket = line.begin;
         }
-        bracket = std::find(bracket, end, ']');
+        bracket = findByte(bracket, end, ']');
         measures.nameWork += bracket - line.begin;
     }
 
     void addKey(Span text)
     {
-        // Most keys are what they look like.
-        if (isEscaped(text) || std::find(text.begin, text.end, '/') != text.end) {
+        if (!isPlainKey(text)) {
             addKey(unescapeKey(text));
             return;
         }

@@ -12,22 +12,30 @@ namespace kestrel {
 
 namespace {
 
+// The code of the character that an escape stands for, as far as it is written in digits.
+ushort codeOfEscape(const char* backslash, const char* end)
+{
+    const bool isHex = end - backslash > 1 && backslash[1] == 'x';
+    const int base = isHex ? 16 : 8;
+    std::uint32_t number = 0;
+    int digit = 0;
+    for (const char* at = backslash + (isHex ? 2 : 1);
+         at < end && (digit = digitValue(*at, base)) >= 0; ++at) {
+        number = number * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(digit);
+    }
+    return static_cast<ushort>(number);
+}
+
 // Cheap test for what can become an "@": nearly all files have none.
 bool mayHoldAtSign(const QByteArray& data)
 {
-    if (data.contains('@')) {
+    const char* const begin = data.constData();
+    const char* const end = begin + data.size();
+    if (findByte(begin, end, '@') != end) {
         return true;
     }
-    for (int i = data.indexOf('\\'); i >= 0; i = data.indexOf('\\', i + 1)) {
-        const char next = i + 1 < data.size() ? data.at(i + 1) : '\0';
-        const int base = next == 'x' ? 16 : 8;
-        std::uint32_t number = 0;
-        int digit = 0;
-        for (int j = i + (next == 'x' ? 2 : 1);
-             j < data.size() && (digit = digitValue(data.at(j), base)) >= 0; ++j) {
-            number = number * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(digit);
-        }
-        if ((number & 0xFFFFU) == '@') {
+    for (const char* at = findByte(begin, end, '\\'); at < end; at = findByte(at + 1, end, '\\')) {
+        if (codeOfEscape(at, end) == '@') {
             return true;
         }
     }

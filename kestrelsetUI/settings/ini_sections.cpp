@@ -3,7 +3,6 @@
 #include "settings/ini_names.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace kestrel {
 
@@ -17,21 +16,13 @@ Span withoutLineEnds(Span text)
     return text;
 }
 
-// The "[" at the beginning of a line behind the one at @p at, or the end.
+// The next "[" behind the one or the text at @p at that begins a line, or the end.
 const char* nextSection(const char* at, const char* end)
 {
-    while (at < end) {
-        const auto* const line =
-            static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
-        if (line == nullptr) {
-            break;
-        }
-        at = line + 1;
-        if (at < end && *at == '[') {
-            return at;
-        }
-    }
-    return end;
+    do {
+        at = findByte(at + 1, end, '[');
+    } while (at < end && at[-1] != '\n');
+    return at;
 }
 
 } // namespace
@@ -41,7 +32,7 @@ QString Section::prefix() const
     if (!isNamed()) {
         return {};
     }
-    return groupPrefix({text.begin, std::find(text.begin, text.end, '\n')});
+    return groupPrefix({text.begin, findByte(text.begin, text.end, '\n')});
 }
 
 SectionReader::SectionReader(const QByteArray& data)

@@ -186,10 +186,11 @@ SettingsHandle openOnce(const QString& path)
     if (lock.isHeld()) {
         HeldFile::recover(path);
     }
-    QByteArray content;
-    if (!makeSafeToRead(path, &content)) {
+    FileBytes read;
+    if (!makeSafeToRead(path, &read)) {
         return openInMemory(path);
     }
+    const QByteArray& content = read.bytes();
     refreshToolkitMemory(path, content);
     SettingsHandle settings(new SettingsFile(path));
     noteToolkitMemory(path, content);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -40,7 +41,7 @@ FileState stateWithoutFile(const QByteArray& name)
 }
 
 // At most so many bytes as the file has now.
-bool readAll(int descriptor, QByteArray& content)
+bool readAll(int descriptor, FileBytes& content)
 {
     struct stat status
     {
@@ -48,7 +49,8 @@ bool readAll(int descriptor, QByteArray& content)
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         return false;
     }
-    content.resize(static_cast<int>(std::min<qint64>(status.st_size, largestSettingsFile + 1)));
+    content =
+        FileBytes(static_cast<int>(std::min<qint64>(status.st_size, largestSettingsFile + 1)));
     int filled = 0;
     while (filled < content.size()) {
         const ssize_t count = ::read(descriptor, content.data() + filled,
@@ -68,7 +70,7 @@ bool readAll(int descriptor, QByteArray& content)
     return true;
 }
 
-bool readAll(const QByteArray& name, QByteArray& content)
+bool readAll(const QByteArray& name, FileBytes& content)
 {
     // Between the look and the opening a pipe may have taken the place: do not wait for its writer.
     const int descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -82,7 +84,7 @@ bool readAll(const QByteArray& name, QByteArray& content)
 
 } // namespace
 
-FileState inspectSettingsFile(const QString& path, QByteArray* content)
+FileState inspectSettingsFile(const QString& path, FileBytes* content)
 {
     const QByteArray name = QFile::encodeName(path);
     struct stat status
@@ -97,16 +99,16 @@ FileState inspectSettingsFile(const QString& path, QByteArray* content)
     if (status.st_size > largestSettingsFile) {
         return FileState::Refused;
     }
-    QByteArray bytes;
-    if (!readAll(name, bytes)) {
+    FileBytes read;
+    if (!readAll(name, read)) {
         return FileState::Foreign;
     }
-    if (bytes.size() > largestSettingsFile || !isQuicklyRead(bytes) ||
-        holdsSerializedObject(bytes)) {
+    if (read.size() > largestSettingsFile || !isQuicklyRead(read.bytes()) ||
+        holdsSerializedObject(read.bytes())) {
         return FileState::Refused;
     }
     if (content != nullptr) {
-        *content = bytes;
+        *content = std::move(read);
     }
     return FileState::Sound;
 }

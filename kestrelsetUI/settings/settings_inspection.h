@@ -2,7 +2,8 @@
 /// What stands where a settings file is expected, found out before the toolkit touches it.
 #pragma once
 
-#include <QByteArray>
+#include "settings/file_bytes.h"
+
 #include <QString>
 
 namespace kestrel {
@@ -21,6 +22,6 @@ constexpr qint64 largestSettingsFile = 16LL * 1024 * 1024;
 
 /// Never blocks, whatever stands at @p path, and changes nothing.
 /// @param content receives the bytes of a sound file; may be null.
-FileState inspectSettingsFile(const QString& path, QByteArray* content = nullptr);
+FileState inspectSettingsFile(const QString& path, FileBytes* content = nullptr);
 
 } // namespace kestrel

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 namespace kestrel {
 
@@ -140,7 +139,7 @@ bool holdsLineByLine(const QByteArray& content, const QSettings& settings)
 // A value that goes on in the next line would change what the following sections mean.
 bool endsInItsLine(const Line& line)
 {
-    return std::find(line.text.begin, line.text.end, '\n') == line.text.end;
+    return findByte(line.text.begin, line.text.end, '\n') == line.text.end;
 }
 
 bool holdsSection(const Section& section, LineComparison& comparison)
@@ -163,29 +162,20 @@ int countOfKeys(QSettings& settings, const QString& group)
     return settings.allKeys().size();
 }
 
-/// The sections of a file, those of some groups apart from the others.
-struct SortedSections
+bool isOfAny(const QStringList& prefixes, const Section& section)
 {
-    std::vector<Section> wanted;
-    std::vector<Section> others;
-};
-
-SortedSections sortSections(const QByteArray& content, const QStringList& prefixes)
-{
-    SortedSections sorted;
-    SectionReader reader(content);
-    Section section{};
-    while (reader.next(section)) {
-        const bool isWanted = section.isNamed() && prefixes.contains(section.prefix());
-        (isWanted ? sorted.wanted : sorted.others).push_back(section);
-    }
-    return sorted;
+    return section.isNamed() && prefixes.contains(section.prefix());
 }
 
-bool areSame(const std::vector<Section>& a, const std::vector<Section>& b)
+// Finds the next section that is of none of the groups.
+bool nextOther(SectionReader& reader, const QStringList& prefixes, Section& section)
 {
-    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(),
-                      [](const Section& x, const Section& y) { return isSame(x.text, y.text); });
+    while (reader.next(section)) {
+        if (!isOfAny(prefixes, section)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // Lines are counted because the toolkit can't read back every name that it takes over from a file
@@ -256,14 +246,20 @@ bool holdsGroups(const QByteArray& content, QSettings& settings, const QStringLi
         prefixes.append(group + QLatin1Char('/'));
         keys += countOfKeys(settings, group);
     }
-    const SortedSections now = sortSections(content, prefixes);
     LineComparison comparison(settings);
-    const bool isHeld =
-        std::all_of(now.wanted.cbegin(), now.wanted.cend(), [&comparison](const Section& section) {
-            return holdsSection(section, comparison);
-        });
-    return isHeld && comparison.count() == keys &&
-           areSame(now.others, sortSections(before, prefixes).others);
+    SectionReader now(content);
+    SectionReader earlier(before);
+    Section section{};
+    Section other{};
+    while (now.next(section)) {
+        const bool isHeld = isOfAny(prefixes, section) ? holdsSection(section, comparison)
+                                                       : nextOther(earlier, prefixes, other) &&
+                                                             isSame(section.text, other.text);
+        if (!isHeld) {
+            return false;
+        }
+    }
+    return comparison.count() == keys && !nextOther(earlier, prefixes, other);
 }
 
 } // namespace kestrel

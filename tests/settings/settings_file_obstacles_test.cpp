@@ -44,9 +44,9 @@ TEST(SettingsInPlace, PlainFileIsSound)
 {
     const SettingsFolder folder;
     folder.write("[A]\nb=1\n");
-    QByteArray content;
+    FileBytes content;
     EXPECT_EQ(inspectSettingsFile(folder.filePath(), &content), FileState::Sound);
-    EXPECT_EQ(content, "[A]\nb=1\n");
+    EXPECT_EQ(content.bytes(), "[A]\nb=1\n");
 }
 
 TEST(SettingsInPlace, EmptyFileStartsAfresh)
