@@ -41,6 +41,10 @@ public:
     explicit SettingsFile(const QString& path)
         : QSettings(path, QSettings::IniFormat), history{QFileInfo::exists(path), false}
     {
+        if (const auto* const application = QCoreApplication::instance(); application != nullptr) {
+            connect(application, &QCoreApplication::aboutToQuit, this, [this] { saveAtTheEnd(); });
+        }
+        // Last of all: an object that was not made whole leaves the list by no destructor.
         if (!openFiles.isDestroyed()) {
             openFiles->append(this);
         }
@@ -77,9 +81,20 @@ public:
 
     bool isLastSaveComplete() const { return !isUnsaved; }
 
+    void saveLeftOver(std::chrono::milliseconds patience)
+    {
+        if (isUnsaved) {
+            save(patience);
+        }
+    }
+
     bool save(std::chrono::milliseconds patience, const QStringList& groups = {})
     {
-        if (isInMemory() || !group().isEmpty()) {
+        if (isInMemory()) {
+            return false;
+        }
+        if (!group().isEmpty()) {
+            isUnsaved = true; // the toolkit does not ask again
             return false;
         }
         const SignalBlocker blocker(SIGXFSZ);
@@ -112,6 +127,14 @@ protected:
     }
 
 private:
+    // The event loop, which would deliver what is still requested, is over.
+    void saveAtTheEnd()
+    {
+        if (hasUnsaved()) {
+            save(std::chrono::milliseconds::zero());
+        }
+    }
+
     // Objects on the same path share what is read and written.
     bool isOtherOnFile(const SettingsFile* file) const
     {
@@ -247,6 +270,13 @@ bool saveSettings(QSettings& settings, const QStringList& groups)
 {
     auto* const file = dynamic_cast<SettingsFile*>(&settings);
     return file != nullptr && file->save(savePatience, groups);
+}
+
+void saveLeftOver(QSettings& settings, std::chrono::milliseconds patience)
+{
+    if (auto* const file = dynamic_cast<SettingsFile*>(&settings); file != nullptr) {
+        file->saveLeftOver(patience);
+    }
 }
 
 } // namespace kestrel
