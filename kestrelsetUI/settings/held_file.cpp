@@ -81,13 +81,18 @@ void recoverFrom(const QByteArray& file, const QByteArray& hold)
     struct stat now
     {
     };
-    const bool comesBack = ::stat(file.constData(), &now) == 0 && S_ISREG(now.st_mode) &&
-                           !sameFile(now, held) && held.st_size > 0 && isCut(file);
-    if (!comesBack) {
-        ::unlink(hold.constData());
-    } else if (now.st_size == 0 || keepAside(QFile::decodeName(file))) {
+    const bool isAnother =
+        ::stat(file.constData(), &now) == 0 && S_ISREG(now.st_mode) && !sameFile(now, held);
+    if (isAnother && held.st_size > 0 && isCut(file)) {
         // The end that is missing may be missing because somebody edited the file by hand.
-        ::rename(hold.constData(), file.constData());
+        if (now.st_size == 0 || keepAside(QFile::decodeName(file))) {
+            ::rename(hold.constData(), file.constData());
+        }
+    } else if (isAnother && now.st_size < held.st_size) {
+        // Nothing tells a file that lost lines on purpose from one that was cut between two lines.
+        moveAside(QFile::decodeName(hold));
+    } else {
+        ::unlink(hold.constData());
     }
 }
 

@@ -35,7 +35,8 @@ public:
     void settle() noexcept { settled = true; }
 
     /// Settles what a process left behind that was killed while it held @p path: the held file
-    /// comes back if the other is empty or cut. A cut one is kept aside (see keepAside()).
+    /// comes back if the other is empty or cut. A cut one is kept aside (see keepAside()), and so
+    /// is a held one that is larger than a file which looks whole.
     static void recover(const QString& path);
 
 private:

@@ -62,6 +62,37 @@ TEST(SettingsLeftByAKilledProcess, WholeFileStaysAndTheHeldOneGoes)
     EXPECT_EQ(folder.files(), QStringList(plainName));
 }
 
+TEST(SettingsLeftByAKilledProcess, LongerFileStaysAndTheHeldOneGoes)
+{
+    const SettingsFolder folder;
+    folder.write("[ScannerA]\nbrightness=12\n");
+    folder.write("[ScannerA]\nbrightness=1\n", QStringLiteral("ScannerA.ini.kestrel-hold"));
+    EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("12"));
+    EXPECT_EQ(folder.files(), QStringList(plainName));
+}
+
+// It looks whole, as one that lost its groups on purpose would: neither is thrown away.
+TEST(SettingsLeftByAKilledProcess, HeldFileIsKeptAsideWhereTheOtherIsCutBetweenTwoLines)
+{
+    const QByteArray held = "[Office]\nsource=2\n\n[ScannerA]\nbrightness=1\ncontrast=3\n";
+    for (const char* const cut : {"[Office]\nsource=2\n", "[Office]\nsource=2\n\n[ScannerA]\n",
+                                  "[Office]\nsource=2\n\n[ScannerA]\nbrightness=1\n"}) {
+        const SettingsFolder folder;
+        folder.write(cut);
+        folder.write(held, QStringLiteral("ScannerA.ini.kestrel-hold"));
+        {
+            const SettingsHandle settings = openSettings(folder.filePath());
+            EXPECT_EQ(settings->value(QStringLiteral("Office/source")).toString(),
+                      QStringLiteral("2"));
+            EXPECT_FALSE(settings->contains(QStringLiteral("ScannerA/contrast")));
+            settings->setValue(QStringLiteral("ScannerA/zoom"), QStringLiteral("5"));
+            EXPECT_TRUE(saveSettings(*settings));
+        }
+        EXPECT_EQ(folder.bytes(QStringLiteral("ScannerA.ini.kestrel-hold.bad-1")), held);
+        EXPECT_EQ(folder.files().size(), 2);
+    }
+}
+
 TEST(SettingsLeftByAKilledProcess, SecondNameOfTheSameFileGoes)
 {
     const SettingsFolder folder;
