@@ -1,9 +1,13 @@
 // The names under which a file is held while it is saved.
+#include "settings/directory_lock.h"
+#include "settings/held_file.h"
 #include "settings/settings_file.h"
 
 #include "settings_folder.h"
 
 #include <QDir>
+
+#include <chrono>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -37,6 +41,19 @@ TEST(SettingsHeldNames, FileThatCannotBeHeldIsNotWritten)
     }
     EXPECT_TRUE(saveSettings(*settings));
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=12\n");
+}
+
+TEST(SettingsHeldNames, WhatAnotherSaveHoldsStaysHeldWhenTheFileIsOpened)
+{
+    const SettingsFolder folder;
+    folder.write("[ScannerA]\nbrightness=1\n");
+    const DirectoryLock others =
+        DirectoryLock::ofFile(folder.filePath(), std::chrono::milliseconds::zero());
+    ASSERT_TRUE(others.isHeld());
+    const HeldFile held(folder.filePath());
+    ASSERT_TRUE(held.isSafe());
+    EXPECT_EQ(openSettings(folder.filePath())->value(keyA).toString(), QStringLiteral("1"));
+    EXPECT_TRUE(QFile::exists(folder.filePath(holdName)));
 }
 
 TEST(SettingsHeldNames, EmptyHeldFileTakesNobodysPlace)

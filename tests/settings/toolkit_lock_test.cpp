@@ -5,7 +5,9 @@
 #include "settings/settings_file.h"
 
 #include "child_process.h"
+#include "refused_calls.h"
 #include "settings_folder.h"
+#include "support/messages.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -14,6 +16,7 @@
 #include <chrono>
 #include <csignal>
 #include <memory>
+#include <utility>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -92,6 +95,26 @@ TEST(ToolkitLock, OneThatNobodyHasSignedGoesAtTheFirstTry)
     }
 }
 
+// Too young at the first try to tell whether its process was killed.
+TEST(ToolkitLock, OneThatNobodySignsMeanwhileGoesWhileOthersAreWaitedFor)
+{
+    const SettingsFolder folder;
+    folder.write("", QStringLiteral("ScannerA.ini.lock"));
+    EXPECT_TRUE(canTakeToolkitLock(folder.filePath(), std::chrono::seconds(20)));
+}
+
+// As on a disk that has become read-only: the toolkit would wait for itself, without limit.
+TEST(ToolkitLock, OwnOneThatCantBeRemovedCantBeTaken)
+{
+    const SettingsFolder folder;
+    inChildProcess([&folder] {
+        refuseRemovals();
+        const ExpectedWarnings stuck(QStringLiteral("remove our own lock file"));
+        EXPECT_FALSE(canTakeToolkitLock(folder.filePath(), expired));
+    });
+    EXPECT_TRUE(QFile::exists(lockPathIn(folder)));
+}
+
 TEST(ToolkitLock, ThatOfAnEndedProcessIsTaken)
 {
     const SettingsFolder folder;
@@ -134,6 +157,21 @@ TEST(DirectoryLock, IsFreeAgainAlthoughAForkedChildHasItToo)
     EXPECT_TRUE(DirectoryLock(directory, expired).isHeld());
     ::kill(child, SIGKILL);
     EXPECT_EQ(::waitpid(child, nullptr, 0), child);
+}
+
+TEST(DirectoryLock, LinkToAFileAndTheFileHaveOne)
+{
+    const SettingsFolder folder;
+    const SettingsFolder elsewhere;
+    const QString target = elsewhere.filePath(QStringLiteral("real.ini"));
+    elsewhere.write("", QStringLiteral("real.ini"));
+    ASSERT_TRUE(QFile::link(target, folder.filePath()));
+    for (const auto& [first, second] :
+         {std::pair(folder.filePath(), target), std::pair(target, folder.filePath())}) {
+        const DirectoryLock lock = DirectoryLock::ofFile(first, expired);
+        EXPECT_TRUE(lock.isHeld());
+        EXPECT_FALSE(DirectoryLock::ofFile(second, expired).isHeld());
+    }
 }
 
 TEST(ToolkitLock, SaveWithoutTimeTriesEachLockOnce)
