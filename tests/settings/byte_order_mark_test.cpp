@@ -4,6 +4,7 @@
 #include "settings/settings_file.h"
 
 #include "child_process.h"
+#include "no_room.h"
 #include "settings_folder.h"
 
 #include <csignal>
@@ -35,6 +36,15 @@ TEST(SettingsWithAMark, KeepTheirTextsThroughASave)
     const Values after = readAfterRestart(folder.filePath());
     EXPECT_EQ(after.value(list).toString(), QStringLiteral("自订;办公"));
     EXPECT_EQ(after.value(QStringLiteral("办公/source")).toString(), QStringLiteral("2"));
+}
+
+TEST(SettingsWithAMark, ShowTheirTextsBeforeTheyAreSaved)
+{
+    const SettingsFolder folder;
+    const QByteArray marked = mark + "[UserTemplates]\nusertemplate=\"自订;办公\"\n";
+    folder.write(marked);
+    EXPECT_EQ(openSettings(folder.filePath())->value(list).toString(), QStringLiteral("自订;办公"));
+    EXPECT_EQ(openSettings(folder.filePath())->value(list).toString(), QStringLiteral("自订;办公"));
 }
 
 TEST(SettingsWithAMark, KeepTheirTextsWhenTheMarkComesWhileTheyAreOpen)
@@ -99,6 +109,25 @@ TEST(SettingsWithAMark, AreSavedOnceThereIsRoomForWhatIsNew)
     });
     EXPECT_EQ(readAfterRestart(folder.filePath()),
               (Values{{keyA, QStringLiteral("12")}, {list, QStringLiteral("自订;办公")}}));
+}
+
+// What is left then would be read, and written anew without its comment, as if it were the whole.
+TEST(SettingsWithAMark, AreAsBeforeWhenTheyAreCutWhileTheMarkIsTakenOut)
+{
+    const SettingsFolder folder;
+    const QByteArray marked = mark + "[Alpha]\nk=1\n; " + QByteArray(1000, 'x') + "\n[Beta]\nk=2\n";
+    folder.write(marked);
+    inChildProcess([&folder, &marked] {
+        const SettingsHandle settings = openSettings(folder.filePath());
+        settings->setValue(keyA, QStringLiteral("12"));
+        {
+            const FileSizeLimit limit(600);
+            EXPECT_FALSE(saveSettings(*settings));
+        }
+        EXPECT_EQ(folder.bytes(), marked);
+        EXPECT_TRUE(saveSettings(*settings));
+        EXPECT_EQ(folder.bytes(), "[Alpha]\nk=1\n\n[Beta]\nk=2\n\n[ScannerA]\nbrightness=12\n");
+    });
 }
 
 TEST(SettingsWithAMark, AreReadAlikeWithoutIt)

@@ -9,6 +9,9 @@
 #include <cerrno>
 #include <cstdio>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 using namespace kestrel;
 using namespace kestrel::test;
 
@@ -20,6 +23,17 @@ const QByteArray newBytes = "[ScannerA]\nfill=" + QByteArray(1000, 'x') + "\nzoo
 const QString heldName = QStringLiteral("ScannerA.ini.kestrel-hold");
 
 bool canRename = true;
+bool clockStands = false; ///< of the file system: what is renamed is as old as what it replaces
+
+void keepTime(const char* from, const char* to)
+{
+    struct stat before
+    {
+    };
+    ASSERT_EQ(::stat(to, &before), 0);
+    const timespec times[] = {before.st_atim, before.st_mtim};
+    ASSERT_EQ(::utimensat(AT_FDCWD, from, times, 0), 0);
+}
 
 /// Confirms a value while the file may not grow to its size, and nothing can be put back.
 void confirmWithoutAWayBack(const SettingsFolder& folder, QSettings& settings)
@@ -41,6 +55,9 @@ extern "C" int __wrap_rename(const char* from, const char* to)
     if (!canRename) {
         errno = EIO;
         return -1;
+    }
+    if (clockStands) {
+        keepTime(from, to);
     }
     return __real_rename(from, to);
 }
@@ -66,6 +83,28 @@ TEST(PuttingBack, NextSaveWritesWhatWasConfirmed)
         EXPECT_TRUE(saveSettings(*settings));
         EXPECT_EQ(folder.bytes(), newBytes);
         EXPECT_FALSE(QFile::exists(folder.filePath(heldName)));
+    });
+}
+
+// Cut to the size of the old file, within one tick of the clock: to the toolkit the old one, back
+// again, is the one that it has written.
+TEST(PuttingBack, OldFileIsNotTakenForTheNewOneThatLooksAlike)
+{
+    inChildProcess([] {
+        const SettingsFolder folder;
+        folder.write(oldBytes);
+        const SettingsHandle settings = openSettings(folder.filePath());
+        settings->setValue(key, QStringLiteral("22222"));
+        {
+            const FileSizeLimit limit(static_cast<rlim_t>(oldBytes.size()));
+            clockStands = true;
+            EXPECT_FALSE(saveSettings(*settings));
+            clockStands = false;
+        }
+        ASSERT_EQ(folder.bytes(), oldBytes);
+        EXPECT_TRUE(saveSettings(*settings));
+        EXPECT_EQ(readAfterRestart(folder.filePath()).value(key).toString(),
+                  QStringLiteral("22222"));
     });
 }
 

@@ -3,6 +3,8 @@
 #include "settings/settings_file.h"
 #include "settings/toolkit_memory.h"
 
+#include "child_process.h"
+#include "no_room.h"
 #include "settings_folder.h"
 
 #include <fcntl.h>
@@ -83,6 +85,39 @@ TEST_F(SameStamp, SaveWithNothingToWriteTakesTheChangeOver)
     EXPECT_TRUE(saveSettings(*settings));
     EXPECT_EQ(settings->value(theirs).toString(), QStringLiteral("7"));
     EXPECT_EQ(values().value(theirs).toString(), QStringLiteral("7"));
+}
+
+TEST_F(SameStamp, ChangeSinceASaveWithNothingToWriteOutlivesOurNextSave)
+{
+    const SettingsHandle settings = openSettings(folder.filePath());
+    folder.write(oldBytes + "contrast=1\n");
+    ASSERT_TRUE(saveSettings(*settings));
+    saveElsewhere(QByteArray(oldBytes).replace("[Beta]\nbrightness=1", "[Beta]\nbrightness=7") +
+                  "contrast=1\n");
+    settings->setValue(ours, QStringLiteral("3"));
+    EXPECT_TRUE(saveSettings(*settings));
+    EXPECT_EQ(values().value(theirs).toString(), QStringLiteral("7"));
+}
+
+TEST_F(SameStamp, ChangeSinceASaveThatFailedOutlivesOurNextSave)
+{
+    inChildProcess([this] {
+        const SettingsHandle settings = openSettings(folder.filePath());
+        const QByteArray filler = "filler=" + QByteArray(1000, 'x') + '\n';
+        folder.write(oldBytes + filler);
+        settings->setValue(ours, QString(2000, QLatin1Char('y')));
+        {
+            const FileSizeLimit limit(1500);
+            ASSERT_FALSE(saveSettings(*settings));
+        }
+        ASSERT_EQ(folder.bytes(), oldBytes + filler);
+        saveElsewhere(QByteArray(oldBytes).replace("[Beta]\nbrightness=1", "[Beta]\nbrightness=7") +
+                      filler);
+        settings->setValue(ours, QStringLiteral("3"));
+        EXPECT_TRUE(saveSettings(*settings));
+        EXPECT_EQ(values().value(theirs).toString(), QStringLiteral("7"));
+        EXPECT_EQ(values().value(ours).toString(), QStringLiteral("3"));
+    });
 }
 
 TEST_F(SameStamp, FileThatIsWhatWeKnowKeepsItsTime)

@@ -1,11 +1,13 @@
 // Files and folders that the user may not read or write.
 #include "settings/settings_file.h"
 #include "settings/settings_inspection.h"
+#include "settings/toolkit_memory.h"
 
 #include "child_process.h"
 #include "settings_folder.h"
 #include "without_file.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -61,6 +63,22 @@ TEST(SettingsWithoutPermission, FileOfAnotherUserIsReadButNotReplaced)
     });
     EXPECT_EQ(folder.bytes(), "[ScannerA]\nbrightness=1\n");
     EXPECT_EQ(folder.files(), QStringList(plainName));
+}
+
+// Only the owner may choose the time.
+TEST(SettingsWithoutPermission, TimeOfAFileOfAnotherUserIsMovedOnByWhoMayWriteIt)
+{
+    const SettingsFolder folder;
+    folder.write("[ScannerA]\nbrightness=1\n");
+    const QByteArray directory = QFile::encodeName(QFileInfo(folder.filePath()).path());
+    ASSERT_EQ(::chmod(directory.constData(), 0755), 0);
+    ASSERT_EQ(::chmod(nameOf(folder).constData(), 0666), 0);
+    const timespec longAgo[] = {{1, 0}, {1, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, nameOf(folder).constData(), longAgo, 0), 0);
+    asOrdinaryUser([&folder] {
+        outdateToolkitMemory(folder.filePath(), modificationTime(folder.filePath()));
+        EXPECT_GT(modificationTime(folder.filePath()), 1000);
+    });
 }
 
 TEST(SettingsWithoutPermission, UnreadableFileIsLeftAlone)
