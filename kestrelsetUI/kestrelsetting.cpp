@@ -62,8 +62,11 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
     new ScreenFit({*this, *ui->scrollArea, *ui->tabWidget, *ui->widget_13});
 }
 
-// The settings object stays behind on purpose, see set_device().
-KestrelSettingUI::~KestrelSettingUI() = default;
+// The settings object stays behind on purpose, see openSettings().
+KestrelSettingUI::~KestrelSettingUI()
+{
+    saveLeftOvers(savePatience);
+}
 
 void KestrelSettingUI::assignButtonIds()
 {
@@ -221,6 +224,7 @@ void KestrelSettingUI::reject()
 void KestrelSettingUI::closeEvent(QCloseEvent* event)
 {
     reloadConfirmed();
+    saveLeftOvers(std::chrono::milliseconds::zero());
     event->accept();
 }
 

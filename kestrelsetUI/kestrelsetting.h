@@ -9,6 +9,7 @@
 
 #include <QDialog>
 #include <QHash>
+#include <QPointer>
 #include <QRect>
 #include <QString>
 #include <QVariant>
@@ -16,6 +17,7 @@
 #include <sane/sane.h>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -382,9 +384,10 @@ private:
         QVariant minimum;
         QVariant maximum;
     };
+    QPointer<QSettings> opened_settings;      ///< the last one, as long as nobody deletes it
     std::vector<Limits> form_limits;          ///< of the controls that a scanner limits
     std::vector<StoredSetting> form_settings; ///< what the form gives for each setting
-    QString discovered_name;                  ///< the device whose options were walked over last
+    std::optional<QString> discovered_name;   ///< the device whose options were walked over last
 
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 
@@ -405,6 +408,11 @@ private:
     Q_DECL_HIDDEN void openSettings(const char* config_dir);
     Q_DECL_HIDDEN void saveSelectedTemplate();
     Q_DECL_HIDDEN void reloadConfirmed();
+    Q_DECL_HIDDEN QString versionGroup() const;
+    Q_DECL_HIDDEN bool isVersionNoted() const;
+    Q_DECL_HIDDEN void noteVersion();
+    Q_DECL_HIDDEN void keepFirstState();
+    Q_DECL_HIDDEN void saveLeftOvers(std::chrono::milliseconds patience);
     Q_DECL_HIDDEN void startConfiguration();
     Q_DECL_HIDDEN QWidget* control(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN QString settingText(const kestrel::Setting& setting) const;
@@ -417,6 +425,8 @@ private:
     Q_DECL_HIDDEN void loadCentering(bool on);
     Q_DECL_HIDDEN void storeGroup(const QString& group, bool defaults);
     Q_DECL_HIDDEN TemplateRecord readTemplates() const;
+    Q_DECL_HIDDEN void notePresets();
+    Q_DECL_HIDDEN void showTemplates();
     Q_DECL_HIDDEN bool listTemplates();
     Q_DECL_HIDDEN void updateCropList();
     Q_DECL_HIDDEN void clearBackSide();

@@ -19,16 +19,12 @@ namespace {
 
 constexpr int kConfigVersion = 102;
 
-/// @return whether @p group told of this version already; it does now.
-bool noteVersion(QSettings& settings, const QString& group)
+const QLatin1String versionKey("config_version");
+
+bool holdsAnything(QSettings& settings, const QString& group)
 {
     const OpenGroup open(settings, group);
-    const QString key = QStringLiteral("config_version");
-    const bool isCurrent = settings.value(key).toString().toInt() == kConfigVersion;
-    if (!isCurrent) {
-        settings.setValue(key, integerText(kConfigVersion));
-    }
-    return isCurrent;
+    return !settings.childKeys().isEmpty();
 }
 
 } // namespace
@@ -58,8 +54,18 @@ void KestrelSettingUI::openSettings(const char* config_dir)
             ? QStringLiteral("/dev/null/%1.ini").arg(QString(device_name).replace('/', '_'))
             : config_path;
     // Hosts may hold on to what an earlier binding opened, so it is never deleted.
+    saveLeftOvers(std::chrono::milliseconds::zero());
     settings = kestrel::openSettings(file).release();
+    opened_settings = settings;
     edit_template->setPathINI(file);
+}
+
+/// Nobody asks again for what could not be written when it was confirmed.
+void KestrelSettingUI::saveLeftOvers(std::chrono::milliseconds patience)
+{
+    if (opened_settings != nullptr) {
+        saveLeftOver(*opened_settings, patience);
+    }
 }
 
 /// A scanner that failed while it was asked leaves empty lists and the form's limits. What a
@@ -103,18 +109,49 @@ void KestrelSettingUI::writeConfig(QString group)
     }
 }
 
-/// The end of a binding: the first one of a device keeps its state, every one loads what was
-/// confirmed.
+/// The group that tells by which version of the settings the file was begun.
+QString KestrelSettingUI::versionGroup() const
+{
+    return device_name + versionKey;
+}
+
+bool KestrelSettingUI::isVersionNoted() const
+{
+    const OpenGroup open(*settings, groupName(versionGroup()));
+    return settings->value(versionKey).toString().toInt() == kConfigVersion;
+}
+
+void KestrelSettingUI::noteVersion()
+{
+    if (!isVersionNoted()) {
+        const OpenGroup open(*settings, groupName(versionGroup()));
+        settings->setValue(versionKey, integerText(kConfigVersion));
+    }
+}
+
+/// The first binding of a device keeps its state. What a device would say only in parts takes the
+/// place of nothing, and the next binding looks again.
+void KestrelSettingUI::keepFirstState()
+{
+    if (isVersionNoted() || (half_asked && holdsAnything(*settings, groupName(device_name)))) {
+        return;
+    }
+    if (!half_asked) {
+        noteVersion();
+    }
+    storeGroup(device_name + QStringLiteral("default"), true);
+    storeGroup(device_name, false);
+}
+
+/// The end of a binding: every one loads what was confirmed.
 void KestrelSettingUI::startConfiguration()
 {
     if (settings == nullptr) {
         return;
     }
-    if (!noteVersion(*settings, groupName(device_name + QStringLiteral("config_version")))) {
-        storeGroup(device_name + QStringLiteral("default"), true);
-        storeGroup(device_name, false);
-    }
+    keepFirstState();
     configuration_loaded = true;
+    notePresets();
     const bool template_selected = listTemplates();
     saveSettings(*settings);
     loadConfig(template_selected ? ui->usertemplate->currentText() : device_name);

@@ -111,8 +111,10 @@ void KestrelSettingUI::Discovery::startAfresh()
     ui_.background_setting_label->show();
     ui_.background_setting_combobox->show();
     dialog_.custom_resolution->setResolutionRange(kDefaultMaxResolution);
-    const QString before = std::exchange(dialog_.discovered_name, dialog_.device_name);
-    if (!before.isEmpty() && before != dialog_.device_name) {
+    // The walk sets the area on the preview to nothing: a scan of it would have no size.
+    dialog_.use_preview_area = false;
+    const auto before = std::exchange(dialog_.discovered_name, dialog_.device_name);
+    if (before && before != dialog_.device_name) {
         dialog_.loadFormSettings();
     }
 }
@@ -172,6 +174,7 @@ int KestrelSettingUI::GetOptionByName()
     half_asked = count.option == nullptr || count.status != SANE_STATUS_GOOD;
     loaded_texts.clear();
     if (count.option == nullptr) {
+        showTemplates();
         return 0;
     }
     discovery.walk(count);

@@ -69,7 +69,7 @@ private:
     void serialNumber();
     void deviceInfo();
 
-    std::optional<SANE_Fixed> areaMaximum(int index) const;
+    std::optional<SANE_Fixed> areaMaximum(int index);
 
     KestrelSettingUI& dialog_;
     Ui_KestrelSetting& ui_;

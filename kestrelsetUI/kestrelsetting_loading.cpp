@@ -9,6 +9,7 @@
 #include "settings/text_codec.h"
 #include "ui_kestrelsetting.h"
 
+#include <QScopedValueRollback>
 #include <QSettings>
 #include <QSizeF>
 
@@ -84,7 +85,7 @@ void KestrelSettingUI::loadGroup(const QString& group)
     mendBounded(stored);
     // Also what closing without OK has brought back after a binding that could not be asked.
     configuration_loaded = configuration_loaded || !stored.empty();
-    loaded_texts.clear();
+    // What this group does not name stays on show from the one before, as stored there.
     if (half_asked) {
         for (const auto& [setting, text] : stored) {
             loaded_texts.insert(setting, {text, settingText(*setting)});
@@ -135,9 +136,8 @@ void KestrelSettingUI::mendBounded(const std::vector<StoredSetting>& stored)
         }
     }
     const auto load = [&](const char* key) {
-        updating = true;
+        const QScopedValueRollback<bool> mending(updating, true);
         loadSetting(*find(key)->first, find(key)->second);
-        updating = false;
     };
     // An extent without its offset stays within what the present offset leaves.
     for (const auto& [extent, offset] : {std::pair("br_x", "tl_x"), std::pair("br_y", "tl_y")}) {

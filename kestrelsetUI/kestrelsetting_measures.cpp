@@ -9,9 +9,10 @@
 using namespace kestrel;
 
 /// The upper bound of an edge of the scan area at this moment.
-std::optional<SANE_Fixed> KestrelSettingUI::Discovery::areaMaximum(int index) const
+std::optional<SANE_Fixed> KestrelSettingUI::Discovery::areaMaximum(int index)
 {
     const auto* const option = index > 0 ? device_.descriptor(index) : nullptr;
+    dialog_.half_asked = dialog_.half_asked || (index > 0 && option == nullptr);
     const auto range = option != nullptr ? wordRange(*option) : std::nullopt;
     return range ? std::make_optional(fixedLength(*option, range->max)) : std::nullopt;
 }
@@ -20,14 +21,23 @@ std::optional<SANE_Fixed> KestrelSettingUI::Discovery::areaMaximum(int index) co
 /// states.
 void KestrelSettingUI::Discovery::measureLongPaper()
 {
+    if (!dialog_.long_paper_available) {
+        return;
+    }
+    // A scanner that can't tell keeps the one height it has.
+    const auto known = mmToFixed(ui_.br_y->maximum());
+    dialog_.long_paper_max_height = known;
+    dialog_.normal_max_height = known;
     const int index = dialog_.long_paper_option;
-    const auto* const option = dialog_.long_paper_available ? device_.descriptor(index) : nullptr;
+    const auto* const option = device_.descriptor(index);
     if (option == nullptr) {
+        dialog_.half_asked = true;
         return;
     }
     const auto size = option->size;
     const auto height = [&](SANE_Word on) {
-        device_.writeWord(index, on, size);
+        const bool isSet = device_.writeWord(index, on, size) == SANE_STATUS_GOOD;
+        dialog_.half_asked = dialog_.half_asked || !isSet;
         return areaMaximum(dialog_.br_y_option);
     };
     const auto before = device_.readWord(index, *option);
@@ -36,8 +46,6 @@ void KestrelSettingUI::Discovery::measureLongPaper()
     if (before.value_or(0) != 0) {
         device_.writeWord(index, *before, size);
     }
-    // A scanner that can't tell keeps the one height it has.
-    const auto known = mmToFixed(ui_.br_y->maximum());
     dialog_.long_paper_max_height = longPaper.value_or(known);
     dialog_.normal_max_height = normal.value_or(known);
 }

@@ -8,6 +8,7 @@
 #include "ui_kestrelsetting.h"
 
 #include <QSettings>
+#include <QSignalBlocker>
 
 using namespace kestrel;
 
@@ -50,16 +51,28 @@ KestrelSettingUI::TemplateRecord KestrelSettingUI::readTemplates() const
             settings->value(templateIndexKey).toString()};
 }
 
+void KestrelSettingUI::notePresets()
+{
+    const OpenGroup list(*settings, templateListGroup());
+    if (settings->value(presetCountKey).toString().isEmpty()) {
+        settings->setValue(presetCountKey, QStringLiteral("1"));
+    }
+}
+
+/// The templates of a scanner that can't be asked are there, the confirmed one on show; none is
+/// loaded.
+void KestrelSettingUI::showTemplates()
+{
+    if (settings != nullptr) {
+        const QSignalBlocker loadsNothing(ui->usertemplate);
+        listTemplates();
+    }
+}
+
 /// Fills the combo at a binding.
 /// @return whether a template is selected
 bool KestrelSettingUI::listTemplates()
 {
-    {
-        const OpenGroup list(*settings, templateListGroup());
-        if (settings->value(presetCountKey).toString().isEmpty()) {
-            settings->setValue(presetCountKey, QStringLiteral("1"));
-        }
-    }
     const auto record = readTemplates();
     if (record.names.size() < 2) {
         // Another device's list may be there; filling loads a group, so not without need.
@@ -144,11 +157,14 @@ void KestrelSettingUI::saveSelectedTemplate()
     const int index = ui->usertemplate->currentIndex();
     const QString name = index > 0 ? ui->usertemplate->currentText() : device_name;
     storeGroup(name, false);
+    if (index <= 0) {
+        noteVersion(); // a binding that could ask only in parts has not
+    }
     {
         const OpenGroup list(*settings, templateListGroup());
         settings->setValue(templateIndexKey, index);
     }
-    saveSettings(*settings, groupsOf({name}));
+    saveSettings(*settings, groupsOf({name, versionGroup()}));
 }
 
 /// Throws unsaved edits away. A device that never saved keeps what the dialog shows.

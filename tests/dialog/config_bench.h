@@ -109,6 +109,9 @@ protected:
         }
     }
 
+    /// The dialog goes; what it leaves behind stays, as in a host.
+    void deleteDialog() { m_dialog.reset(); }
+
     /// Ends the program: the dialog goes, and what it leaves behind.
     void leave()
     {

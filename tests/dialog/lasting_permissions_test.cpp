@@ -96,25 +96,29 @@ TEST_F(Permissions, ADiskWithoutRoomKeepsTheOldFile)
     bind(m_scanner);
     setBrightness(-9);
     ok();
-    const QByteArray before = bytes();
-    for (const rlim_t room : {0UL, 1UL, 100UL, static_cast<unsigned long>(before.size()) - 1}) {
+    const auto size = static_cast<unsigned long>(bytes().size());
+    int confirmed = 44;
+    for (const rlim_t room : {0UL, 1UL, 100UL, size - 1}) {
         const MessageBoxes none;
+        const QByteArray before = bytes();
         dialog().show();
-        setBrightness(44);
+        setBrightness(++confirmed);
         {
             const FileSizeLimit limit(room);
             ok();
+            EXPECT_FALSE(dialog().isVisible());
+            EXPECT_EQ(bytes(), before) << room;
+            setBrightness(99);
+            cancel();
+            EXPECT_EQ(brightness(), confirmed);
+            EXPECT_EQ(bytes(), before) << room;
         }
-        EXPECT_FALSE(dialog().isVisible());
-        EXPECT_EQ(bytes(), before) << room;
-        setBrightness(45);
+        // With room again closing saves it, too.
         cancel();
-        EXPECT_EQ(brightness(), 44);
+        EXPECT_EQ(onDisk(QStringLiteral("ScannerA/brightness")), QString::number(confirmed));
     }
-    // With room again the next OK saves.
-    ok();
     restart(m_scanner);
-    EXPECT_EQ(brightness(), 44);
+    EXPECT_EQ(brightness(), confirmed);
 }
 
 TEST_F(Permissions, AFirstBindingOnADiskWithoutRoom)

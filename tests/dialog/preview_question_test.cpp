@@ -177,3 +177,17 @@ TEST_F(PreviewQuestion, DeletingTheDialogUnderItsRefusalIsSafe)
     sure->click();
     EXPECT_EQ(boxes.shown().size(), 2U);
 }
+
+TEST_F(PreviewQuestion, AnAcceptedAreaEndsWithTheNextBinding)
+{
+    MessageBoxes boxes;
+    boxes.answer(QMessageBox::Yes);
+    drawArea(50.0, 60.0);
+    press(button("sure"));
+    ASSERT_TRUE(dialog().use_preview_area);
+    bind(m_scanner);
+    EXPECT_FALSE(dialog().use_preview_area);
+    m_scanner.clearJournal();
+    setAllParamBySettingUI(dialog().host());
+    EXPECT_NE(m_scanner.journal().setsOf("br-x").back(), "0");
+}

@@ -79,3 +79,16 @@ TEST_F(RebindingToANewScanner, OfNoOptions)
 {
     expectAsInANewDialog([] { return FakeScanner(); });
 }
+
+TEST_F(RebindingToANewScanner, AfterOneWithoutAName)
+{
+    FakeScanner bare;
+    const QByteArray untouched = storedFor(bare);
+    beginAnew();
+    FakeScanner unnamed = fullScanner();
+    unnamed.option("brightness").word(77);
+    bind(unnamed, "");
+    ASSERT_EQ(brightness(), 77);
+    FakeScanner next;
+    EXPECT_EQ(storedFor(next), untouched);
+}
