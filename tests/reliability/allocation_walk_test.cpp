@@ -229,7 +229,7 @@ TEST_F(AllocationWalk, Creating)
 TEST_F(AllocationWalk, Binding)
 {
     // A scanner that has not been asked for all it has is not loaded for.
-    constexpr int beforeTheLoad = 50;
+    constexpr int beforeTheLoad = 52;
     walk(
         "binding", [](UserSession&) {}, beforeTheLoad + oneLoad, true);
 }
