@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QEvent>
+#include <QHash>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
@@ -42,6 +44,26 @@ QImage picture(QWidget& widget)
     return widget.grab().toImage();
 }
 
+/// Counts how often each object's style changes while it lives.
+class StyleChanges : public QObject
+{
+public:
+    StyleChanges() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::StyleChange) {
+            ++counts_[watched];
+        }
+        return false;
+    }
+
+    int of(const QObject* object) const { return counts_.value(object); }
+
+private:
+    QHash<const QObject*, int> counts_;
+};
+
 } // namespace
 
 TEST(FormLook, ScaleOfThisRunIsInForce)
@@ -49,6 +71,19 @@ TEST(FormLook, ScaleOfThisRunIsInForce)
     const double scale = qgetenv("QT_SCALE_FACTOR").toDouble();
     ASSERT_GT(scale, 0);
     EXPECT_DOUBLE_EQ(qApp->devicePixelRatio(), scale);
+}
+
+// Styling is nearly all that creating the dialog costs: a second sheet between the window and the
+// controls would double it.
+TEST(FormLook, EveryControlIsStyledOnce)
+{
+    const StyleChanges changes;
+    Form form;
+    ASSERT_GT(changes.of(form.ui.sure), 0);
+    for (const QWidget* widget : form.widgets()) {
+        const int own_sheet = widget->styleSheet().isEmpty() ? 0 : 1;
+        EXPECT_LE(changes.of(widget), 1 + own_sheet) << widget->objectName().toStdString();
+    }
 }
 
 TEST(FormLook, WindowIsModalAndOfFixedWidth)
