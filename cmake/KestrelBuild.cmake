@@ -14,9 +14,10 @@ endif()
 
 find_program(KESTREL_CCACHE ccache)
 if(KESTREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  # Build directories of one tree share what they compile, with precompiled headers, too.
+  # Build directories of one tree share what they compile, with precompiled headers, too, and whatever the
+  # language of the messages is: tests set theirs.
   set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_BASEDIR=${CMAKE_BINARY_DIR}" CCACHE_NOHASHDIR=1
-                                  CCACHE_SLOPPINESS=pch_defines,time_macros "${KESTREL_CCACHE}")
+                                  CCACHE_SLOPPINESS=locale,pch_defines,time_macros "${KESTREL_CCACHE}")
 endif()
 
 # The same bytes wherever and whenever it is built, and readable debug lines: paths as seen from the top of
