@@ -10,7 +10,7 @@
 class Ui_AddUserTemplate;
 
 /// Lets only names through that can be an INI group and an entry of a ";"-separated list. Read the
-/// result with getTemplateName() after exec(): an empty name means that the user cancelled.
+/// result with getTemplateName() when exec() says that a name was accepted: an empty one is none.
 class Q_DECL_EXPORT AddUserTemplate : public QDialog
 {
     Q_OBJECT

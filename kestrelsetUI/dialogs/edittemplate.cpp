@@ -163,13 +163,14 @@ void EditTemplate::renameUserTemplate(QString from, QString to)
     }
 }
 
-// False when the user cancelled, or when the host took the dialogs away meanwhile.
+// False when the user cancelled, or when the host took the dialogs away meanwhile. What is still
+// being typed when a host hides them or the application quits was confirmed by nobody.
 bool EditTemplate::askName()
 {
     const QPointer<EditTemplate> self(this);
     name_dialog->setLineEditFocus();
-    name_dialog->exec();
-    return self && !name_dialog->getTemplateName().isEmpty();
+    const bool confirmed = name_dialog->exec() == QDialog::Accepted;
+    return self && confirmed && !name_dialog->getTemplateName().isEmpty();
 }
 
 QString EditTemplate::listText() const
