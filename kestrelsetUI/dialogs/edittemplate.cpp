@@ -30,6 +30,11 @@ EditTemplate::~EditTemplate() = default;
 
 void EditTemplate::setPathINI(QString path)
 {
+    // A name that is being asked for, or has been confirmed just now, is one of the list before.
+    name_dialog->clearLineEdit();
+    if (name_dialog->isVisible()) {
+        name_dialog->reject();
+    }
     settings = kestrel::openSettings(path);
     const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
     const QString presets = settings->value(kestrel::presetCountKey).toString();

@@ -28,7 +28,7 @@ public:
     Q_DISABLE_COPY_MOVE(EditTemplate)
 
     /// Opens the settings file and fills the combo with its template list. May be called again for
-    /// another device.
+    /// another device; where a name is being asked for then, that is cancelled.
     /// @param path the INI file; without a usable file at @p path the manager works in memory.
     void setPathINI(QString path);
 

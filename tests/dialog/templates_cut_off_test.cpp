@@ -12,18 +12,29 @@ namespace {
 
 const char* const addButton = "template_add";
 const char* const renameButton = "template_rename";
+const char* const second = "ScannerB";
 const QString office = QStringLiteral("Office");
 const QString photo = QStringLiteral("Photo");
 const QString halfTyped = QStringLiteral("Off");
+const QString archive = QStringLiteral("Archive");
 const QString forbidden = QStringLiteral("a;b");
 
 class CutOffName : public TemplatesBench
 {
 protected:
+    /// The second scanner has a template of the same name in the same place.
     CutOffName()
     {
+        prepare({{QStringLiteral("ScannerBconfig_version/config_version"), QStringLiteral("102")},
+                 {QStringLiteral("ScannerB/brightness"), QStringLiteral("70")},
+                 {QStringLiteral("ScannerBdefault/brightness"), QStringLiteral("80")},
+                 {QStringLiteral("UserTemplates/preset_template_num"), QStringLiteral("1")},
+                 {QStringLiteral("Office/brightness"), QStringLiteral("7")},
+                 {list, withWorking({office}).join(QLatin1Char(';'))}},
+                second);
         start({office, photo});
         m_before = bytes();
+        m_beforeOfSecond = bytes(second);
     }
 
     /// Has a name asked for with Office selected; the user types something, unless it is null.
@@ -58,6 +69,16 @@ protected:
         boxes.answer(QMessageBox::Ok).whenShown([&](QMessageBox&) { meanwhile(); });
         pressOk();
     }
+    void bindSecond() { bind(m_second, second); }
+    /// The question is gone; the user of one that is not confirms it.
+    void expectEnded()
+    {
+        EXPECT_FALSE(nameDialog().isVisible());
+        if (nameDialog().isVisible()) {
+            child<QLineEdit>(nameDialog(), "lineEdit").setText(archive);
+            pressOk();
+        }
+    }
 
     void expectNothingDone(const char* opener)
     {
@@ -65,10 +86,19 @@ protected:
         EXPECT_EQ(items(templates()), withWorking({office, photo})) << opener;
         EXPECT_EQ(bytes(), m_before) << opener;
     }
+    void expectSecondAsBefore(const char* opener)
+    {
+        EXPECT_EQ(m_managed, withWorking({office})) << opener;
+        EXPECT_EQ(items(templates()), withWorking({office})) << opener;
+        EXPECT_EQ(bytes(), m_before) << opener;
+        EXPECT_EQ(bytes(second), m_beforeOfSecond) << opener;
+    }
 
 private:
+    FakeScanner m_second = fullScanner();
     QStringList m_managed; ///< what the manager listed when the name had been asked for
     QByteArray m_before;
+    QByteArray m_beforeOfSecond;
 };
 
 } // namespace
@@ -107,4 +137,51 @@ TEST_F(CutOffName, AHostThatHidesTheDialogsChangesNothing)
     }
     ask(renameButton, {}, [this] { nameDialog().hide(); });
     expectNothingDone(renameButton);
+}
+
+TEST_F(CutOffName, BindingAnotherScannerEndsTheQuestion)
+{
+    for (const char* const opener : {addButton, renameButton}) {
+        bind(m_scanner);
+        ask(opener, archive, [this] {
+            bindSecond();
+            expectEnded();
+        });
+        expectSecondAsBefore(opener);
+    }
+}
+
+TEST_F(CutOffName, BindingAnotherScannerUnderTheComplaintEndsTheQuestion)
+{
+    for (const char* const opener : {addButton, renameButton}) {
+        bind(m_scanner);
+        ask(opener, forbidden, [this] {
+            complain([this] { bindSecond(); });
+            expectEnded();
+        });
+        expectSecondAsBefore(opener);
+    }
+}
+
+TEST_F(CutOffName, ANameConfirmedJustBeforeAnotherScannerIsBoundIsNotForThatOne)
+{
+    for (const char* const opener : {addButton, renameButton}) {
+        bind(m_scanner);
+        ask(opener, archive, [this] {
+            pressOk();
+            bindSecond();
+        });
+        expectSecondAsBefore(opener);
+    }
+}
+
+TEST_F(CutOffName, BindingTheSameScannerAgainEndsTheQuestion)
+{
+    for (const char* const opener : {addButton, renameButton}) {
+        ask(opener, archive, [this] {
+            bind(m_scanner);
+            expectEnded();
+        });
+        expectNothingDone(opener);
+    }
 }
