@@ -40,6 +40,10 @@ void CustomResolution::setCustomResolution(QString text)
 
 void CustomResolution::setResolutionRange(int maximum)
 {
+    // The answer would go to the list of a scanner that nobody has asked about.
+    if (isVisible()) {
+        reject();
+    }
     ui->label->setText(tr("[ 范围：72 ～ %1 dpi ]").arg(maximum));
     // A scanner that claims less than the minimum must not pull the minimum down with it.
     ui->spinBox_resolution->setMaximum(std::max(maximum, lowestDpi));

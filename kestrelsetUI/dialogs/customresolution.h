@@ -24,6 +24,7 @@ public:
     /// @param text the present custom entry, for example "custom-250"; empty when there is none.
     void setCustomResolution(QString text);
 
+    /// Takes the range of a scanner that is being bound; a dialog that is open is cancelled.
     /// @param maximum the scanner's highest resolution, in dpi. The lowest one offered is always 72
     /// dpi.
     void setResolutionRange(int maximum);

@@ -191,6 +191,28 @@ TEST_F(CustomResolutionEntry, TheRangeIsTheScanners)
     EXPECT_EQ(resolutions().itemText(7), QStringLiteral("custom-300"));
 }
 
+TEST_F(CustomResolutionEntry, BindingAnotherScannerEndsTheQuestion)
+{
+    for (const char* const name : {kAdd, kModify, kRemove}) {
+        FakeScanner other = fullScanner();
+        bind(other, "ScannerB");
+        if (name != kAdd) {
+            use(kAdd, 250);
+        }
+        const WhenShown user(small(), [this, name] {
+            bind(m_scanner);
+            dialog().getCustomResolution(QStringLiteral("custom-300"));
+            EXPECT_FALSE(small().isVisible());
+            if (small().isVisible()) {
+                number().setValue(120);
+                press(button(name));
+            }
+        });
+        press(get<QAbstractButton>("customresolution"));
+        EXPECT_EQ(items(resolutions()), fixed + QStringList(QStringLiteral("custom-300"))) << name;
+    }
+}
+
 TEST_F(CustomResolutionEntry, TextsThatAreNoNumberAreZero)
 {
     for (const auto& [text, dpi] :
