@@ -9,7 +9,6 @@
 
 #include <QDialog>
 #include <QHash>
-#include <QPointer>
 #include <QRect>
 #include <QString>
 #include <QVariant>
@@ -368,9 +367,10 @@ protected:
     bool previewing = false;           ///< a preview scan is under way
     bool showing_gamma = false;        ///< the gamma spin box is being written, not typed in
     bool configuration_loaded = false; ///< the controls hold what the settings file says
-    bool half_asked = false; ///< the scanner did not describe all of its options at the binding
-    bool updating = false;   ///< update guard: the rules are writing the spin boxes themselves
-    bool portrait = true;    ///< orientation flag
+    bool half_asked = false;           ///< the scanner did not tell all at the binding
+    bool half_described = false;       ///< nor was that its way: it may tell more the next time
+    bool updating = false; ///< update guard: the rules are writing the spin boxes themselves
+    bool portrait = true;  ///< orientation flag
 
 private:
     class Q_DECL_HIDDEN Discovery;
@@ -384,7 +384,6 @@ private:
         QVariant minimum;
         QVariant maximum;
     };
-    QPointer<QSettings> opened_settings;      ///< the last one, as long as nobody deletes it
     std::vector<Limits> form_limits;          ///< of the controls that a scanner limits
     std::vector<StoredSetting> form_settings; ///< what the form gives for each setting
     std::optional<QString> discovered_name;   ///< the device whose options were walked over last
@@ -395,6 +394,7 @@ private:
     {
         QString stored;
         QString shown; ///< what the control made of it
+        bool is_stored = true;
     };
     QHash<const kestrel::Setting*, LoadedText> loaded_texts; ///< kept while half_asked
 
@@ -410,13 +410,15 @@ private:
     Q_DECL_HIDDEN void reloadConfirmed();
     Q_DECL_HIDDEN QString versionGroup() const;
     Q_DECL_HIDDEN bool isVersionNoted() const;
-    Q_DECL_HIDDEN void noteVersion();
+    Q_DECL_HIDDEN void noteVersion(bool defaults_known);
+    Q_DECL_HIDDEN bool areDefaultsInDoubt() const;
     Q_DECL_HIDDEN void keepFirstState();
-    Q_DECL_HIDDEN void saveLeftOvers(std::chrono::milliseconds patience);
+    Q_DECL_HIDDEN void forgetTouched();
+    Q_DECL_HIDDEN void noteStoredTexts(const QString& group);
     Q_DECL_HIDDEN void startConfiguration();
     Q_DECL_HIDDEN QWidget* control(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN QString settingText(const kestrel::Setting& setting) const;
-    Q_DECL_HIDDEN QString textToStore(const kestrel::Setting& setting) const;
+    Q_DECL_HIDDEN std::optional<QString> textToStore(const kestrel::Setting& setting) const;
     Q_DECL_HIDDEN void loadSetting(const kestrel::Setting& setting, const QString& text);
     Q_DECL_HIDDEN void loadGroup(const QString& group);
     Q_DECL_HIDDEN void loadSideMode(kestrel::SideMode mask);

@@ -20,6 +20,7 @@ namespace {
 constexpr int kConfigVersion = 102;
 
 const QLatin1String versionKey("config_version");
+const QLatin1String defaultsInDoubtKey("defaults_in_doubt");
 
 bool holdsAnything(QSettings& settings, const QString& group)
 {
@@ -56,26 +57,20 @@ void KestrelSettingUI::openSettings(const char* config_dir)
     // Hosts may hold on to what an earlier binding opened, so it is never deleted.
     saveLeftOvers(std::chrono::milliseconds::zero());
     settings = kestrel::openSettings(file).release();
-    opened_settings = settings;
     edit_template->setPathINI(file);
 }
 
-/// Nobody asks again for what could not be written when it was confirmed.
-void KestrelSettingUI::saveLeftOvers(std::chrono::milliseconds patience)
-{
-    if (opened_settings != nullptr) {
-        saveLeftOver(*opened_settings, patience);
-    }
-}
-
 /// A scanner that failed while it was asked leaves empty lists and the form's limits. What a
-/// control cannot show for that, and nobody has changed, stays as it is stored.
-QString KestrelSettingUI::textToStore(const Setting& setting) const
+/// control cannot show for that, and nobody has changed, stays as it is stored, or is not.
+std::optional<QString> KestrelSettingUI::textToStore(const Setting& setting) const
 {
     const auto text = settingText(setting);
     const auto loaded = loaded_texts.constFind(&setting);
     const bool untouched = loaded != loaded_texts.constEnd() && loaded->shown == text;
-    return untouched ? loaded->stored : text;
+    if (!untouched) {
+        return text;
+    }
+    return loaded->is_stored ? std::make_optional(loaded->stored) : std::nullopt;
 }
 
 /// Writes the settings of one kind of group; the file follows with the next save.
@@ -83,14 +78,45 @@ void KestrelSettingUI::storeGroup(const QString& group, bool defaults)
 {
     const OpenGroup open(*settings, groupName(group));
     for (const auto& setting : settingsTable()) {
-        if (defaults ? setting.inDefaultGroup() : setting.inWorkingGroup()) {
-            const bool constant = defaults && setting.defaultText != nullptr;
-            settings->setValue(QString::fromLatin1(setting.key),
-                               constant   ? QString::fromLatin1(setting.defaultText)
-                               : defaults ? settingText(setting)
-                                          : textToStore(setting));
+        if (defaults ? !setting.inDefaultGroup() : !setting.inWorkingGroup()) {
+            continue;
+        }
+        const bool constant = defaults && setting.defaultText != nullptr;
+        const std::optional<QString> text = constant   ? QString::fromLatin1(setting.defaultText)
+                                            : defaults ? settingText(setting)
+                                                       : textToStore(setting);
+        if (text) {
+            settings->setValue(QString::fromLatin1(setting.key), *text);
         }
     }
+    if (!defaults) {
+        forgetTouched();
+    }
+}
+
+/// What the user has changed is stored now as it is on show: going back to what was loaded is a
+/// change, too.
+void KestrelSettingUI::forgetTouched()
+{
+    for (auto loaded = loaded_texts.begin(); loaded != loaded_texts.end(); ++loaded) {
+        if (const auto text = settingText(*loaded.key()); text != loaded->shown) {
+            *loaded = {text, text, true};
+        }
+    }
+}
+
+/// What OK would take the place of, though no control shows it.
+void KestrelSettingUI::noteStoredTexts(const QString& group)
+{
+    const OpenGroup open(*settings, groupName(group));
+    for (const auto& setting : settingsTable()) {
+        if (setting.inWorkingGroup()) {
+            const auto value = settings->value(QString::fromLatin1(setting.key));
+            loaded_texts.insert(&setting,
+                                {value.toString(), settingText(setting), value.isValid()});
+        }
+    }
+    configuration_loaded = true;
 }
 
 void KestrelSettingUI::writeDefaultConfig(QString group)
@@ -121,26 +147,44 @@ bool KestrelSettingUI::isVersionNoted() const
     return settings->value(versionKey).toString().toInt() == kConfigVersion;
 }
 
-void KestrelSettingUI::noteVersion()
+/// @param defaults_known false when the default group does not hold the scanner's whole state: the
+/// next binding that asks it all writes the group again.
+void KestrelSettingUI::noteVersion(bool defaults_known)
 {
-    if (!isVersionNoted()) {
-        const OpenGroup open(*settings, groupName(versionGroup()));
-        settings->setValue(versionKey, integerText(kConfigVersion));
+    const OpenGroup open(*settings, groupName(versionGroup()));
+    settings->setValue(versionKey, integerText(kConfigVersion));
+    if (defaults_known) {
+        settings->remove(defaultsInDoubtKey);
+    } else {
+        settings->setValue(defaultsInDoubtKey, integerText(1));
     }
+}
+
+bool KestrelSettingUI::areDefaultsInDoubt() const
+{
+    const OpenGroup open(*settings, groupName(versionGroup()));
+    return settings->contains(defaultsInDoubtKey);
 }
 
 /// The first binding of a device keeps its state. What a device would say only in parts takes the
 /// place of nothing, and the next binding looks again.
 void KestrelSettingUI::keepFirstState()
 {
-    if (isVersionNoted() || (half_asked && holdsAnything(*settings, groupName(device_name)))) {
-        return;
+    const bool is_noted = isVersionNoted();
+    const auto defaults = device_name + QStringLiteral("default");
+    if (half_described) {
+        if (!is_noted && !holdsAnything(*settings, groupName(device_name))) {
+            storeGroup(defaults, true);
+            storeGroup(device_name, false);
+        }
+    } else if (!is_noted) {
+        noteVersion(true);
+        storeGroup(defaults, true);
+        storeGroup(device_name, false);
+    } else if (areDefaultsInDoubt()) {
+        noteVersion(true);
+        storeGroup(defaults, true);
     }
-    if (!half_asked) {
-        noteVersion();
-    }
-    storeGroup(device_name + QStringLiteral("default"), true);
-    storeGroup(device_name, false);
 }
 
 /// The end of a binding: every one loads what was confirmed.

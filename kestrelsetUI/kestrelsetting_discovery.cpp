@@ -114,16 +114,18 @@ void KestrelSettingUI::Discovery::startAfresh()
     // The walk sets the area on the preview to nothing: a scan of it would have no size.
     dialog_.use_preview_area = false;
     const auto before = std::exchange(dialog_.discovered_name, dialog_.device_name);
-    if (before && before != dialog_.device_name) {
+    // What the user has tried on a scanner that could not be asked is not the scanner's state.
+    if (before && (before != dialog_.device_name || dialog_.half_described)) {
         dialog_.loadFormSettings();
     }
 }
 
 void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
 {
+    int gaps = 0;
     for (index_ = 1; index_ < count.walkEnd(); ++index_) {
         option_ = device_.descriptor(index_);
-        dialog_.half_asked = dialog_.half_asked || option_ == nullptr;
+        gaps += option_ == nullptr ? 1 : 0;
         if (option_ == nullptr || option_->name == nullptr) {
             continue;
         }
@@ -131,6 +133,31 @@ void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
             known->handle(*this);
         }
     }
+    if (gaps > 0) {
+        dialog_.half_asked = true;
+        dialog_.half_described = dialog_.half_described || gapsOf(count) != gaps;
+    }
+}
+
+/// A scanner that still answers, and still leaves out the same options, has none there.
+/// @return how many options it does not describe; -1 when it does not answer
+int KestrelSettingUI::Discovery::gapsOf(const SaneDevice::OptionCount& count) const
+{
+    const auto now = device_.optionCount();
+    if (now.option == nullptr || now.status != SANE_STATUS_GOOD) {
+        return -1;
+    }
+    int gaps = 0;
+    for (int index = 1; index < count.walkEnd(); ++index) {
+        gaps += device_.descriptor(index) == nullptr ? 1 : 0;
+    }
+    return gaps;
+}
+
+void KestrelSettingUI::Discovery::noteSilence()
+{
+    dialog_.half_asked = true;
+    dialog_.half_described = true;
 }
 
 /// Notes the limits that the form gives: they stand for what a scanner does not limit.
@@ -171,7 +198,8 @@ int KestrelSettingUI::GetOptionByName()
     discovery.startAfresh();
     showScannerInfo();
     const auto count = SaneDevice(sane_handle).optionCount();
-    half_asked = count.option == nullptr || count.status != SANE_STATUS_GOOD;
+    half_described = count.option == nullptr || count.status != SANE_STATUS_GOOD;
+    half_asked = half_described;
     loaded_texts.clear();
     if (count.option == nullptr) {
         showTemplates();

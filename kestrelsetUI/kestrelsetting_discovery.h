@@ -34,6 +34,8 @@ private:
         void (*handle)(Discovery&);
     };
     static const Row* row(const char* name);
+    int gapsOf(const kestrel::SaneDevice::OptionCount& count) const;
+    void noteSilence();
 
     // The option at hand (_options)
     bool active() const { return kestrel::isActive(*option_); }

@@ -88,7 +88,7 @@ void KestrelSettingUI::loadGroup(const QString& group)
     // What this group does not name stays on show from the one before, as stored there.
     if (half_asked) {
         for (const auto& [setting, text] : stored) {
-            loaded_texts.insert(setting, {text, settingText(*setting)});
+            loaded_texts.insert(setting, {text, settingText(*setting), true});
         }
     }
 }

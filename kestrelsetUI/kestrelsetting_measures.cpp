@@ -12,7 +12,9 @@ using namespace kestrel;
 std::optional<SANE_Fixed> KestrelSettingUI::Discovery::areaMaximum(int index)
 {
     const auto* const option = index > 0 ? device_.descriptor(index) : nullptr;
-    dialog_.half_asked = dialog_.half_asked || (index > 0 && option == nullptr);
+    if (index > 0 && option == nullptr) {
+        noteSilence();
+    }
     const auto range = option != nullptr ? wordRange(*option) : std::nullopt;
     return range ? std::make_optional(fixedLength(*option, range->max)) : std::nullopt;
 }
@@ -31,7 +33,7 @@ void KestrelSettingUI::Discovery::measureLongPaper()
     const int index = dialog_.long_paper_option;
     const auto* const option = device_.descriptor(index);
     if (option == nullptr) {
-        dialog_.half_asked = true;
+        noteSilence();
         return;
     }
     const auto size = option->size;

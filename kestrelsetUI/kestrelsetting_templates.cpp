@@ -63,9 +63,13 @@ void KestrelSettingUI::notePresets()
 /// loaded.
 void KestrelSettingUI::showTemplates()
 {
-    if (settings != nullptr) {
-        const QSignalBlocker loadsNothing(ui->usertemplate);
-        listTemplates();
+    if (settings == nullptr) {
+        return;
+    }
+    const QSignalBlocker loadsNothing(ui->usertemplate);
+    const bool template_selected = listTemplates();
+    if (isVersionNoted()) {
+        noteStoredTexts(template_selected ? ui->usertemplate->currentText() : device_name);
     }
 }
 
@@ -157,8 +161,8 @@ void KestrelSettingUI::saveSelectedTemplate()
     const int index = ui->usertemplate->currentIndex();
     const QString name = index > 0 ? ui->usertemplate->currentText() : device_name;
     storeGroup(name, false);
-    if (index <= 0) {
-        noteVersion(); // a binding that could ask only in parts has not
+    if (index <= 0 && half_described && !isVersionNoted()) {
+        noteVersion(false); // the next binding would take the scanner's state for it
     }
     {
         const OpenGroup list(*settings, templateListGroup());

@@ -81,15 +81,16 @@ void recoverFrom(const QByteArray& file, const QByteArray& hold)
     struct stat now
     {
     };
-    const bool isAnother =
-        ::stat(file.constData(), &now) == 0 && S_ISREG(now.st_mode) && !sameFile(now, held);
+    const bool isThere = ::stat(file.constData(), &now) == 0;
+    const bool isAnother = isThere && S_ISREG(now.st_mode) && !sameFile(now, held);
     if (isAnother && held.st_size > 0 && isCut(file)) {
         // The end that is missing may be missing because somebody edited the file by hand.
         if (now.st_size == 0 || keepAside(QFile::decodeName(file))) {
             ::rename(hold.constData(), file.constData());
         }
-    } else if (isAnother && now.st_size < held.st_size) {
-        // Nothing tells a file that lost lines on purpose from one that was cut between two lines.
+    } else if ((!isThere && held.st_size > 0) || (isAnother && now.st_size < held.st_size)) {
+        // Nothing tells a file that was removed on purpose, or lost lines, from one that somebody
+        // was about to replace, or that was cut between two lines.
         moveAside(QFile::decodeName(hold));
     } else {
         ::unlink(hold.constData());

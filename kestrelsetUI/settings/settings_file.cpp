@@ -9,6 +9,7 @@
 
 #include <QAtomicInt>
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QEvent>
 #include <QFileInfo>
 #include <QVector>
@@ -272,10 +273,12 @@ bool saveSettings(QSettings& settings, const QStringList& groups)
     return file != nullptr && file->save(savePatience, groups);
 }
 
-void saveLeftOver(QSettings& settings, std::chrono::milliseconds patience)
+void saveLeftOvers(std::chrono::milliseconds patience)
 {
-    if (auto* const file = dynamic_cast<SettingsFile*>(&settings); file != nullptr) {
-        file->saveLeftOver(patience);
+    const QDeadlineTimer end(patience);
+    const QVector<SettingsFile*> files = allOpenFiles();
+    for (SettingsFile* const file : files) {
+        file->saveLeftOver(std::chrono::milliseconds(end.remainingTime()));
     }
 }
 

@@ -48,11 +48,10 @@ constexpr std::chrono::milliseconds savePatience{1000};
 /// write. The object keeps its values either way, so that a later call can succeed.
 bool saveSettings(QSettings& settings, const QStringList& groups = {});
 
-/// Tries once more what a save of this object could not write; does nothing where nothing is left
-/// over. An application that is about to quit tries the same, without waiting, and saves what has
-/// not been saved yet.
-/// @param settings an object from openSettings().
-/// @param patience how long to wait for another process that saves in the same folder.
-void saveLeftOver(QSettings& settings, std::chrono::milliseconds patience);
+/// Tries once more what saves could not write, of every object from openSettings(); does nothing
+/// where nothing is left over. An application that is about to quit tries the same, without
+/// waiting, and saves what has not been saved yet.
+/// @param patience how long to wait, altogether, for other processes that save in the same folders.
+void saveLeftOvers(std::chrono::milliseconds patience);
 
 } // namespace kestrel

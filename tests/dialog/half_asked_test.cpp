@@ -122,44 +122,43 @@ TEST_F(HalfAsked, TheTemplatesOfTheScannerBeforeAreGone)
     EXPECT_EQ(items(templates()), QStringList(working));
 }
 
-TEST_F(HalfAsked, AFirstBindingIsMadeGoodByTheNext)
+TEST_F(HalfAsked, WhatIsChangedAtOneThatSaysNothingIsStored)
 {
-    m_scanner.option("br-x").undescribed();
-    bind(m_scanner);
-    EXPECT_EQ(onDisk(width), QStringLiteral("100")) << "the form's limit";
-    FakeScanner whole = fullScanner();
-    restart(whole);
-    EXPECT_EQ(shownWidth(), 210.0);
-    press(get<QAbstractButton>("default_setting"));
-    EXPECT_EQ(shownWidth(), 210.0);
-}
-
-TEST_F(HalfAsked, WhatIsConfirmedAtAFirstBindingStays)
-{
-    m_scanner.option("br-x").undescribed();
-    bind(m_scanner);
+    start({}, QStringLiteral("0"));
+    const int keys = keysOnDisk(QStringLiteral("ScannerA"));
+    m_scanner.hideCount();
+    restart(m_scanner);
     setBrightness(33);
     ok();
-    EXPECT_EQ(onDisk(version), QStringLiteral("102"));
-    FakeScanner whole = fullScanner();
-    restart(whole);
-    EXPECT_EQ(brightness(), 33);
     EXPECT_EQ(onDisk(QStringLiteral("ScannerA/brightness")), QStringLiteral("33"));
+    EXPECT_EQ(keysOnDisk(QStringLiteral("ScannerA")), keys);
 }
 
-TEST_F(HalfAsked, AFileOfAnotherVersionStaysUntilTheNextBinding)
+// The default group holds no inversion: the button leaves what was confirmed.
+TEST_F(HalfAsked, TheDefaultsOfOneThatSaysNothingLeaveTheInversion)
+{
+    bind(m_scanner);
+    get<QComboBox>("invert").setCurrentIndex(1);
+    ok();
+    m_scanner.hideCount();
+    restart(m_scanner);
+    press(get<QAbstractButton>("default_setting"));
+    ok();
+    EXPECT_EQ(onDisk(QStringLiteral("ScannerA/invert")), QStringLiteral("1"));
+}
+
+TEST_F(HalfAsked, GoingBackToWhatWasOnShowIsStored)
 {
     confirm();
-    store(version, QStringLiteral("101"));
-    saveSettings(*dialog().settings);
     m_scanner.option("br-x").undescribed();
     restart(m_scanner);
-    EXPECT_EQ(onDisk(width), QStringLiteral("210"));
-    EXPECT_EQ(onDisk(version), QStringLiteral("101"));
-    FakeScanner whole = fullScanner();
-    restart(whole);
-    EXPECT_EQ(onDisk(version), QStringLiteral("102"));
-    EXPECT_EQ(onDisk(source), QStringLiteral("0")) << "the scanner's own state";
+    const double at_first = shownWidth();
+    ASSERT_LT(at_first, 210.0);
+    for (const double millimetres : {50.0, at_first}) {
+        get<QDoubleSpinBox>("br_x").setValue(millimetres);
+        ok();
+        EXPECT_EQ(onDisk(width), QString::number(millimetres));
+    }
 }
 
 TEST_F(HalfAsked, LongPaperThatCouldNotBeMeasuredKeepsItsLength)

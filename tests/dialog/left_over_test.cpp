@@ -53,6 +53,38 @@ TEST_F(LeftOver, IsSavedWhenTheDialogIsDeleted)
     EXPECT_EQ(onDisk(confirmed), QStringLiteral("14"));
 }
 
+TEST_F(LeftOver, IsSavedThoughAnotherScannerHasBeenBoundMeanwhile)
+{
+    bind(m_scanner);
+    setBrightness(14);
+    const QString obstacle = folder().file(QStringLiteral("ScannerA.ini.lock"));
+    ASSERT_TRUE(QDir().mkdir(obstacle));
+    ok();
+    FakeScanner other = fullScanner();
+    bind(other, "ScannerB");
+    ASSERT_TRUE(QDir().rmdir(obstacle));
+    ASSERT_EQ(onDisk(confirmed), QStringLiteral("0"));
+    dialog().show();
+    cancel();
+    EXPECT_EQ(onDisk(confirmed), QStringLiteral("14"));
+}
+
+TEST_F(LeftOver, OfTheManagerIsSavedWhenTheDialogIsClosed)
+{
+    start({QStringLiteral("Office"), QStringLiteral("Photo")});
+    const QString obstacle = folder().file(QStringLiteral("ScannerA.ini.lock"));
+    openManager([&] {
+        ASSERT_TRUE(QDir().mkdir(obstacle));
+        remove(1);
+    });
+    ASSERT_TRUE(QDir().rmdir(obstacle));
+    ASSERT_EQ(onDisk(list), QStringLiteral("自订;Office;Photo"));
+    dialog().show();
+    cancel();
+    EXPECT_EQ(onDisk(list), QStringLiteral("自订;Photo"));
+    EXPECT_EQ(keysOnDisk(QStringLiteral("Office")), 0);
+}
+
 TEST_F(LeftOver, OfNothingLeavesTheFileAlone)
 {
     bind(m_scanner);

@@ -183,9 +183,9 @@ FakeOption& FakeOption::unnamed()
     return *this;
 }
 
-FakeOption& FakeOption::undescribed()
+FakeOption& FakeOption::undescribed(int times)
 {
-    m_described = false;
+    m_timesUndescribed = times;
     return *this;
 }
 
@@ -300,7 +300,8 @@ void FakeOption::describe()
 
 const SANE_Option_Descriptor* FakeOption::descriptor()
 {
-    if (!m_described) {
+    if (m_timesUndescribed > 0) {
+        --m_timesUndescribed;
         return nullptr;
     }
     describe();

@@ -5,6 +5,7 @@
 
 #include <sane/sane.h>
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,7 +56,8 @@ public:
     /// The descriptor's name pointer is null; the name stays known to the tests.
     FakeOption& unnamed();
     /// sane_get_option_descriptor() answers null.
-    FakeOption& undescribed();
+    /// @param times how often; it is described after that
+    FakeOption& undescribed(int times = std::numeric_limits<int>::max());
     /// The bytes of the value.
     FakeOption& bytes(const std::vector<unsigned char>& value);
     FakeOption& word(SANE_Word value);
@@ -67,7 +69,6 @@ public:
     bool isActive() const { return (m_cap & SANE_CAP_INACTIVE) == 0; }
     /// @return whether the value is one word or several
     bool isNumber() const;
-    bool isDescribed() const { return m_described; }
     const std::vector<unsigned char>& value() const { return m_value; }
     /// @return the value, decoded as in Journal::sets()
     std::string decoded() const { return decode(m_type, m_value); }
@@ -100,7 +101,7 @@ private:
     SANE_Constraint_Type m_constraint = SANE_CONSTRAINT_NONE;
     bool m_nullConstraint = false;
     bool m_named = true;
-    bool m_described = true;
+    int m_timesUndescribed = 0;
     SANE_Range m_range{};
     std::vector<SANE_Word> m_words;
     std::vector<std::string> m_strings;
