@@ -30,8 +30,8 @@ EditTemplate::~EditTemplate() = default;
 
 void EditTemplate::setPathINI(QString path)
 {
-    // A name that is being asked for, or has been confirmed just now, is one of the list before.
-    name_dialog->clearLineEdit();
+    // A name that is being asked for is one of the list before, even if it is confirmed just now.
+    name_wanted = false;
     if (name_dialog->isVisible()) {
         name_dialog->reject();
     }
@@ -173,9 +173,10 @@ void EditTemplate::renameUserTemplate(QString from, QString to)
 bool EditTemplate::askName()
 {
     const QPointer<EditTemplate> self(this);
+    name_wanted = true;
     name_dialog->setLineEditFocus();
     const bool confirmed = name_dialog->exec() == QDialog::Accepted;
-    return self && confirmed && !name_dialog->getTemplateName().isEmpty();
+    return self && name_wanted && confirmed && !name_dialog->getTemplateName().isEmpty();
 }
 
 QString EditTemplate::listText() const

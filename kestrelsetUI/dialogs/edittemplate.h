@@ -73,6 +73,7 @@ private:
     kestrel::SettingsHandle
         settings; ///< its own object on the file that the main dialog has open, too
     AddUserTemplate* name_dialog = nullptr; ///< child
+    bool name_wanted = false;               ///< for the list that is on show
     int preset_count = 1;
     bool changed = false;
     /// @endcond

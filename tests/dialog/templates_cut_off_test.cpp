@@ -163,15 +163,24 @@ TEST_F(CutOffName, BindingAnotherScannerUnderTheComplaintEndsTheQuestion)
     }
 }
 
-TEST_F(CutOffName, ANameConfirmedJustBeforeAnotherScannerIsBoundIsNotForThatOne)
+TEST_F(CutOffName, ANameConfirmedInTheMomentOfAnotherBindingIsNotForThatScanner)
 {
-    for (const char* const opener : {addButton, renameButton}) {
-        bind(m_scanner);
-        ask(opener, archive, [this] {
+    const std::function<void()> orders[] = {
+        [this] {
             pressOk();
             bindSecond();
-        });
-        expectSecondAsBefore(opener);
+        },
+        [this] {
+            bindSecond();
+            child<QLineEdit>(nameDialog(), "lineEdit").setText(archive);
+            pressOk();
+        }};
+    for (const char* const opener : {addButton, renameButton}) {
+        for (const auto& order : orders) {
+            bind(m_scanner);
+            ask(opener, archive, order);
+            expectSecondAsBefore(opener);
+        }
     }
 }
 
