@@ -181,11 +181,14 @@ void KestrelSettingUI::on_sure_clicked()
 /// @return false when the dialog is to stay open
 bool KestrelSettingUI::acceptPreviewArea()
 {
-    const QPointer<KestrelSettingUI> alive(this);
+    // A box lets the host delete the dialog, or bind another scanner, which nobody was asked about.
+    const auto is_answered = [alive = QPointer<KestrelSettingUI>(this), scanner = sane_handle] {
+        return !alive.isNull() && alive->sane_handle == scanner;
+    };
     const auto answer =
         QMessageBox::question(nullptr, tr("预览设置"), tr("是否使用预览中的设置的值？"),
                               QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
-    if (alive.isNull()) {
+    if (!is_answered()) {
         return false;
     }
     if (answer != QMessageBox::Yes) {
@@ -199,7 +202,7 @@ bool KestrelSettingUI::acceptPreviewArea()
     }
     QMessageBox::critical(nullptr, QStringLiteral("提示"),
                           QStringLiteral("所选择的区域不能小于 15.0x15.0 毫米"));
-    if (alive.isNull()) {
+    if (!is_answered()) {
         return false;
     }
     for (auto* const side : {ui->offset_w, ui->offset_h}) {

@@ -156,10 +156,12 @@ void KestrelSettingUI::scan_error(SANE_Status status)
     }
     usleep(kSettleMicroseconds);
     const QPointer<KestrelSettingUI> alive(this);
+    const SANE_Handle handle = sane_handle;
     QMessageBox::critical(nullptr, QStringLiteral("提示"), QString::fromUtf8(message));
-    if (!alive.isNull()) {
+    // The host may have bound another scanner, and closed this one.
+    if (!alive.isNull() && sane_handle == handle) {
         const SignalBlocker noBrokenPipe(SIGPIPE);
-        sane_cancel(sane_handle);
+        sane_cancel(handle);
     }
 }
 

@@ -201,3 +201,18 @@ TEST_F(ScanError, DeletingTheDialogUnderTheMessageIsSafe)
     dialog().scan_error(SANE_STATUS_NO_DOCS);
     EXPECT_EQ(boxes.shown().size(), 1U);
 }
+
+TEST_F(ScanError, AScannerThatIsBoundUnderTheMessageIsNotCancelled)
+{
+    FakeScanner scanner = fullScanner();
+    FakeScanner other = fullScanner();
+    bind(scanner);
+    scanner.clearJournal();
+    MessageBoxes boxes;
+    boxes.answer(QMessageBox::Ok);
+    boxes.whenShown([&](QMessageBox&) { bind(other); });
+    dialog().scan_error(SANE_STATUS_NO_DOCS);
+    EXPECT_EQ(boxes.shown().size(), 1U);
+    EXPECT_EQ(scanner.journal().count(CallKind::Cancel), 0);
+    EXPECT_EQ(other.journal().count(CallKind::Cancel), 0);
+}

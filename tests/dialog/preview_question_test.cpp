@@ -191,3 +191,22 @@ TEST_F(PreviewQuestion, AnAcceptedAreaEndsWithTheNextBinding)
     setAllParamBySettingUI(dialog().host());
     EXPECT_NE(m_scanner.journal().setsOf("br-x").back(), "0");
 }
+
+TEST_F(PreviewQuestion, IsNotAnsweredForAScannerThatIsBoundMeanwhile)
+{
+    FakeScanner other = fullScanner();
+    MessageBoxes boxes;
+    boxes.answer(QMessageBox::Yes);
+    boxes.whenShown([&](QMessageBox&) {
+        bind(other);
+        drawArea(50.0, 60.0);
+        other.clearJournal();
+    });
+    drawArea(50.0, 60.0);
+    show();
+    press(button("sure"));
+    ASSERT_EQ(boxes.shown().size(), 1U);
+    EXPECT_FALSE(dialog().use_preview_area);
+    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_EQ(other.journal().setsOf("poweroff").size(), 0U);
+}
