@@ -177,13 +177,12 @@ void KestrelSettingUI::keepFirstState()
             storeGroup(defaults, true);
             storeGroup(device_name, false);
         }
-    } else if (!is_noted) {
-        noteVersion(true);
+    } else if (!is_noted || areDefaultsInDoubt()) {
         storeGroup(defaults, true);
-        storeGroup(device_name, false);
-    } else if (areDefaultsInDoubt()) {
-        noteVersion(true);
-        storeGroup(defaults, true);
+        if (!is_noted) {
+            storeGroup(device_name, false);
+        }
+        noteVersion(true); // last: without the memory for the groups there is no version either
     }
 }
 
