@@ -65,7 +65,7 @@ KestrelSettingUI::KestrelSettingUI(QWidget* parent)
 // The settings object stays behind on purpose, see openSettings().
 KestrelSettingUI::~KestrelSettingUI()
 {
-    saveLeftOvers(savePatience);
+    saveLeftOvers(settings, savePatience);
 }
 
 void KestrelSettingUI::assignButtonIds()
@@ -153,6 +153,7 @@ bool KestrelSettingUI::set_device(void* handle, void* identity, const char* conf
                           .arg(QStringLiteral("%1_x64.so.1.0").arg(device_name));
     vendor_driver.load(vendor_lib_path);
     sane_handle = handle;
+    ++binding_count;
     GetOptionByName();
     return true;
 }
@@ -182,8 +183,8 @@ void KestrelSettingUI::on_sure_clicked()
 bool KestrelSettingUI::acceptPreviewArea()
 {
     // A box lets the host delete the dialog, or bind another scanner, which nobody was asked about.
-    const auto is_answered = [alive = QPointer<KestrelSettingUI>(this), scanner = sane_handle] {
-        return !alive.isNull() && alive->sane_handle == scanner;
+    const auto is_answered = [alive = QPointer<KestrelSettingUI>(this), asked_at = binding_count] {
+        return !alive.isNull() && alive->binding_count == asked_at;
     };
     const auto answer =
         QMessageBox::question(nullptr, tr("预览设置"), tr("是否使用预览中的设置的值？"),
@@ -227,7 +228,7 @@ void KestrelSettingUI::reject()
 void KestrelSettingUI::closeEvent(QCloseEvent* event)
 {
     reloadConfirmed();
-    saveLeftOvers(std::chrono::milliseconds::zero());
+    saveLeftOvers(settings, std::chrono::milliseconds::zero());
     event->accept();
 }
 

@@ -387,6 +387,7 @@ private:
     std::vector<Limits> form_limits;          ///< of the controls that a scanner limits
     std::vector<StoredSetting> form_settings; ///< what the form gives for each setting
     std::optional<QString> discovered_name;   ///< the device whose options were walked over last
+    unsigned binding_count = 0;               ///< tells whether a question outlived its scanner
 
     mutable QHash<QString, QWidget*> setting_controls; ///< controls of settings by object name
 
@@ -409,7 +410,9 @@ private:
     Q_DECL_HIDDEN void saveSelectedTemplate();
     Q_DECL_HIDDEN void reloadConfirmed();
     Q_DECL_HIDDEN QString versionGroup() const;
+    Q_DECL_HIDDEN int notedVersion() const;
     Q_DECL_HIDDEN bool isVersionNoted() const;
+    Q_DECL_HIDDEN void confirmVersion();
     Q_DECL_HIDDEN void noteVersion(bool defaults_known);
     Q_DECL_HIDDEN bool areDefaultsInDoubt() const;
     Q_DECL_HIDDEN void keepFirstState();

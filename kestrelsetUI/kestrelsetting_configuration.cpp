@@ -55,7 +55,7 @@ void KestrelSettingUI::openSettings(const char* config_dir)
             ? QStringLiteral("/dev/null/%1.ini").arg(QString(device_name).replace('/', '_'))
             : config_path;
     // Hosts may hold on to what an earlier binding opened, so it is never deleted.
-    saveLeftOvers(std::chrono::milliseconds::zero());
+    saveLeftOvers(settings, std::chrono::milliseconds::zero());
     settings = kestrel::openSettings(file).release();
     edit_template->setPathINI(file);
 }
@@ -141,10 +141,11 @@ QString KestrelSettingUI::versionGroup() const
     return device_name + versionKey;
 }
 
-bool KestrelSettingUI::isVersionNoted() const
+/// @return 0 without one
+int KestrelSettingUI::notedVersion() const
 {
     const OpenGroup open(*settings, groupName(versionGroup()));
-    return settings->value(versionKey).toString().toInt() == kConfigVersion;
+    return settings->value(versionKey).toString().toInt();
 }
 
 /// @param defaults_known false when the default group does not hold the scanner's whole state: the
@@ -166,6 +167,21 @@ bool KestrelSettingUI::areDefaultsInDoubt() const
     return settings->contains(defaultsInDoubtKey);
 }
 
+bool KestrelSettingUI::isVersionNoted() const
+{
+    return notedVersion() == kConfigVersion;
+}
+
+/// Without the version the next binding would put the scanner's state in the place of what has been
+/// confirmed. One of a later program stays.
+void KestrelSettingUI::confirmVersion()
+{
+    if (notedVersion() < kConfigVersion) {
+        const auto defaults = groupName(device_name + QStringLiteral("default"));
+        noteVersion(!half_described && holdsAnything(*settings, defaults));
+    }
+}
+
 /// The first binding of a device keeps its state. What a device would say only in parts takes the
 /// place of nothing, and the next binding looks again.
 void KestrelSettingUI::keepFirstState()
@@ -178,11 +194,11 @@ void KestrelSettingUI::keepFirstState()
             storeGroup(device_name, false);
         }
     } else if (!is_noted || areDefaultsInDoubt()) {
+        noteVersion(true);
         storeGroup(defaults, true);
         if (!is_noted) {
             storeGroup(device_name, false);
         }
-        noteVersion(true); // last: without the memory for the groups there is no version either
     }
 }
 

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <utility>
+#include <vector>
 
 using namespace kestrel;
 
@@ -122,36 +123,33 @@ void KestrelSettingUI::Discovery::startAfresh()
 
 void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
 {
-    int gaps = 0;
+    std::vector<int> gaps;
     for (index_ = 1; index_ < count.walkEnd(); ++index_) {
         option_ = device_.descriptor(index_);
-        gaps += option_ == nullptr ? 1 : 0;
-        if (option_ == nullptr || option_->name == nullptr) {
+        if (option_ == nullptr) {
+            gaps.push_back(index_);
+            continue;
+        }
+        if (option_->name == nullptr) {
             continue;
         }
         if (const auto* const known = row(option_->name)) {
             known->handle(*this);
         }
     }
-    if (gaps > 0) {
+    if (!gaps.empty()) {
         dialog_.half_asked = true;
-        dialog_.half_described = dialog_.half_described || gapsOf(count) != gaps;
+        dialog_.half_described = dialog_.half_described || !areForGood(gaps);
     }
 }
 
-/// A scanner that still answers, and still leaves out the same options, has none there.
-/// @return how many options it does not describe; -1 when it does not answer
-int KestrelSettingUI::Discovery::gapsOf(const SaneDevice::OptionCount& count) const
+/// Whether the scanner still answers, and still does not describe these options: it has none there.
+bool KestrelSettingUI::Discovery::areForGood(const std::vector<int>& gaps) const
 {
     const auto now = device_.optionCount();
-    if (now.option == nullptr || now.status != SANE_STATUS_GOOD) {
-        return -1;
-    }
-    int gaps = 0;
-    for (int index = 1; index < count.walkEnd(); ++index) {
-        gaps += device_.descriptor(index) == nullptr ? 1 : 0;
-    }
-    return gaps;
+    return now.option != nullptr && now.status == SANE_STATUS_GOOD &&
+           std::all_of(gaps.begin(), gaps.end(),
+                       [this](int index) { return device_.descriptor(index) == nullptr; });
 }
 
 void KestrelSettingUI::Discovery::noteSilence()

@@ -34,7 +34,7 @@ private:
         void (*handle)(Discovery&);
     };
     static const Row* row(const char* name);
-    int gapsOf(const kestrel::SaneDevice::OptionCount& count) const;
+    bool areForGood(const std::vector<int>& gaps) const;
     void noteSilence();
 
     // The option at hand (_options)

@@ -161,8 +161,8 @@ void KestrelSettingUI::saveSelectedTemplate()
     const int index = ui->usertemplate->currentIndex();
     const QString name = index > 0 ? ui->usertemplate->currentText() : device_name;
     storeGroup(name, false);
-    if (index <= 0 && half_described && !isVersionNoted()) {
-        noteVersion(false); // the next binding would take the scanner's state for it
+    if (index <= 0) {
+        confirmVersion();
     }
     {
         const OpenGroup list(*settings, templateListGroup());

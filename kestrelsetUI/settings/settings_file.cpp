@@ -9,7 +9,6 @@
 
 #include <QAtomicInt>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QEvent>
 #include <QFileInfo>
 #include <QVector>
@@ -273,12 +272,11 @@ bool saveSettings(QSettings& settings, const QStringList& groups)
     return file != nullptr && file->save(savePatience, groups);
 }
 
-void saveLeftOvers(std::chrono::milliseconds patience)
+void saveLeftOvers(const QSettings* own, std::chrono::milliseconds patience)
 {
-    const QDeadlineTimer end(patience);
     const QVector<SettingsFile*> files = allOpenFiles();
     for (SettingsFile* const file : files) {
-        file->saveLeftOver(std::chrono::milliseconds(end.remainingTime()));
+        file->saveLeftOver(file == own ? patience : std::chrono::milliseconds::zero());
     }
 }
 

@@ -51,7 +51,9 @@ bool saveSettings(QSettings& settings, const QStringList& groups = {});
 /// Tries once more what saves could not write, of every object from openSettings(); does nothing
 /// where nothing is left over. An application that is about to quit tries the same, without
 /// waiting, and saves what has not been saved yet.
-/// @param patience how long to wait, altogether, for other processes that save in the same folders.
-void saveLeftOvers(std::chrono::milliseconds patience);
+/// @param own the caller's object, or null; it need not live any more.
+/// @param patience how long to wait for another process that saves in the folder of @p own; the
+/// others wait for nobody.
+void saveLeftOvers(const QSettings* own, std::chrono::milliseconds patience);
 
 } // namespace kestrel

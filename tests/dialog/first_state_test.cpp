@@ -135,7 +135,7 @@ TEST_F(FirstState, OfAScannerThatLeavesOutANumberIsWhole)
     EXPECT_EQ(onDisk(version), QStringLiteral("102"));
 }
 
-TEST_F(FirstState, OfAScannerThatFallsSilentIsNotWhole)
+TEST_F(FirstState, OfAScannerWhoseCountCannotBeReadAgainIsNotWhole)
 {
     const auto gaps = [this](int answers) {
         beginAnew();
@@ -180,4 +180,30 @@ TEST_F(FirstState, OfAnotherProgramsVersionIsNotForTheConfirmationToChange)
         ok();
         EXPECT_EQ(onDisk(version), QStringLiteral("103"));
     }
+}
+
+TEST_F(FirstState, ThatTheFileHasLostIsNotTakenAnewAfterAConfirmation)
+{
+    for (const char* const left : {"", "[ScannerAdefault]\nbrightness=-77\n"}) {
+        beginAnew();
+        bind(m_scanner);
+        folder().write(QStringLiteral("ScannerA.ini"), left);
+        for (const int value : {33, 34}) {
+            setBrightness(value);
+            ok();
+        }
+        EXPECT_EQ(onDisk(version), QStringLiteral("102"));
+        restartWhole();
+        EXPECT_EQ(brightness(), 34);
+        press(get<QAbstractButton>("default_setting"));
+        EXPECT_EQ(brightness(), *left == '\0' ? 0 : -77);
+    }
+}
+
+TEST_F(FirstState, IsNotWholeWhileItsGapsWander)
+{
+    m_scanner.option("br-x").undescribed(1);
+    m_scanner.option("brightness").undescribed(2);
+    bind(m_scanner);
+    EXPECT_EQ(keysOnDisk(QStringLiteral("ScannerAconfig_version")), 0);
 }

@@ -6,6 +6,7 @@
 #include <QDoubleSpinBox>
 #include <QSignalSpy>
 
+#include <kestrelsettingui.h>
 #include <widgets/picturebox.h>
 
 #include <gtest/gtest.h>
@@ -209,4 +210,29 @@ TEST_F(PreviewQuestion, IsNotAnsweredForAScannerThatIsBoundMeanwhile)
     EXPECT_FALSE(dialog().use_preview_area);
     EXPECT_TRUE(dialog().isVisible());
     EXPECT_EQ(other.journal().setsOf("poweroff").size(), 0U);
+}
+
+TEST_F(PreviewQuestion, IsAnsweredAlsoForANewHandleOfTheSameScanner)
+{
+    FakeScanner reopened = fullScanner();
+    MessageBoxes boxes;
+    boxes.answer(QMessageBox::Yes);
+    boxes.whenShown([&](QMessageBox&) { setDevice(dialog().host(), reopened.handle()); });
+    drawArea(50.0, 60.0);
+    show();
+    press(button("sure"));
+    EXPECT_TRUE(dialog().use_preview_area);
+    EXPECT_FALSE(dialog().isVisible());
+}
+
+TEST_F(PreviewQuestion, ComplaintDoesNotResizeTheAreaOfAScannerThatIsBoundMeanwhile)
+{
+    MessageBoxes boxes;
+    boxes.answer(QMessageBox::Yes).answer(QMessageBox::Ok);
+    boxes.whenShown([](QMessageBox&) {}).whenShown([&](QMessageBox&) { bind(m_scanner); });
+    drawArea(10.0, 60.0);
+    press(button("sure"));
+    ASSERT_EQ(boxes.shown().size(), 2U);
+    EXPECT_EQ(real("offset_w").value(), 0.0);
+    EXPECT_EQ(real("offset_h").value(), 0.0);
 }

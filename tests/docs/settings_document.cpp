@@ -48,7 +48,7 @@ For a scanner named ScannerA the file is `ScannerA.ini`.
 | `ScannerAdefault` | the defaults, for the button 默认设置 | at the first binding |
 | the name of a template | its settings | when it is added, and with OK while it is chosen |
 | `UserTemplates` | `usertemplate`: the names with `;` between them, `自订` first; `usertemplate_index`: the entry that was confirmed last; `preset_template_num`: how many entries at the front can't be removed | at the first binding, by the template manager, and with OK |
-| `ScannerAconfig_version` | `config_version`, 102; `defaults_in_doubt` as long as the scanner has told only a part of the defaults | at the first binding, and with the first OK after one that could ask only in parts |
+| `ScannerAconfig_version` | `config_version`, 102; `defaults_in_doubt` as long as the scanner has told only a part of the defaults | at the first binding, and with an OK of the working settings where it is missing |
 
 With another version than 102, defaults and settings are written anew from the scanner; templates stay.
 )";

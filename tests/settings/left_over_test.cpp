@@ -72,10 +72,10 @@ TEST_F(LeftOver, IsWrittenOnceNothingIsInTheWay)
 {
     inChildProcess([this] {
         const SettingsHandle settings = openWithLeftOver();
-        saveLeftOvers(atOnce);
+        saveLeftOvers(settings.get(), atOnce);
         EXPECT_EQ(folder.bytes(), oldBytes);
         clearTheWay();
-        saveLeftOvers(atOnce);
+        saveLeftOvers(settings.get(), atOnce);
         EXPECT_EQ(folder.bytes(), newBytes);
     });
 }
@@ -89,7 +89,7 @@ TEST_F(LeftOver, FileThatHoldsEverythingIsNotTouched)
     {
     };
     ASSERT_EQ(::stat(nameOf(folder).constData(), &before), 0);
-    saveLeftOvers(atOnce);
+    saveLeftOvers(settings.get(), atOnce);
     struct stat after
     {
     };
@@ -99,7 +99,7 @@ TEST_F(LeftOver, FileThatHoldsEverythingIsNotTouched)
     EXPECT_EQ(after.st_mtim.tv_nsec, before.st_mtim.tv_nsec);
     // A save would bring it back.
     ASSERT_TRUE(QFile::remove(folder.filePath()));
-    saveLeftOvers(atOnce);
+    saveLeftOvers(settings.get(), atOnce);
     EXPECT_TRUE(folder.files().isEmpty());
 }
 
@@ -158,7 +158,7 @@ TEST_F(LeftOver, OfARequestThatCameWithAGroupOpenIsWritten)
         QCoreApplication::sendPostedEvents();
         settings->endGroup();
         EXPECT_EQ(folder.bytes(), oldBytes);
-        saveLeftOvers(atOnce);
+        saveLeftOvers(settings.get(), atOnce);
         EXPECT_EQ(folder.bytes(), newBytes);
     });
 }

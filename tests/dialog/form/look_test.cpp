@@ -54,6 +54,8 @@ public:
     {
         if (event->type() == QEvent::StyleChange) {
             ++counts_[watched];
+        } else if (event->type() == QEvent::Destroy) {
+            counts_.remove(watched); // the next one at this address is another
         }
         return false;
     }
