@@ -73,7 +73,9 @@ QByteArray withoutByteOrderMark(const QByteArray& data)
             copied = line.text.end;
         }
     }
-    return plain.append(copied, static_cast<int>(data.constData() + data.size() - copied));
+    plain.append(copied, static_cast<int>(data.constData() + data.size() - copied));
+    // A further mark belongs to the first line. Not at the very beginning it stays there.
+    return plain.startsWith(byteOrderMark) ? '\n' + plain : plain;
 }
 
 } // namespace kestrel

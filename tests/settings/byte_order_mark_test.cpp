@@ -130,13 +130,57 @@ TEST(SettingsWithAMark, AreAsBeforeWhenTheyAreCutWhileTheMarkIsTakenOut)
     });
 }
 
+// An editor may add its mark to a mark that it does not know. The further ones belong to the first
+// line, and so to a key that stands in front of all groups.
+TEST(SettingsWithAMark, AreSavedWithFurtherMarksBehindIt)
+{
+    for (const int further : {1, 2}) {
+        for (const char* const first : {"[Alpha]", "top=0", "; comment", ""}) {
+            const SettingsFolder folder;
+            folder.write(mark + mark.repeated(further) + first +
+                         "\n[UserTemplates]\nusertemplate=\"自订;办公\"\n");
+            bool is_saved = false;
+            {
+                const SettingsHandle settings = openSettings(folder.filePath());
+                settings->setValue(keyA, QStringLiteral("12"));
+                is_saved = saveSettings(*settings);
+            }
+            EXPECT_TRUE(is_saved) << further << first;
+            const Values after = readAfterRestart(folder.filePath());
+            EXPECT_EQ(after.value(keyA).toString(), QStringLiteral("12")) << further << first;
+            EXPECT_EQ(after.value(list).toString(), QStringLiteral("自订;办公"))
+                << further << first;
+        }
+    }
+}
+
 TEST(SettingsWithAMark, AreReadAlikeWithoutIt)
 {
-    for (const char* const text :
-         {"", "\n", "; 注释=1\n", "k=1\nl=2", "k=\"自订\"\n", "k=自订abc0Zz\n", "k=自订, 办公 ,x\n",
-          "k=\"a\\x81ea自\"\n", "k=\"😀 ;x\" ; 注释\n", "k=\"\\\"自\\\\订\"\n", "k=\\自x\n",
-          "k=@@自\n", "自订=1\n[自订]\n自=订\n", "k=\xFF\xFE\n", "k=a\xE8\n", "k=自\\\n订\n",
-          "[%U81EA]\nk=é1\n", "k=自", "k=自\\"}) {
+    for (const char* const text : {"",
+                                   "\n",
+                                   "; 注释=1\n",
+                                   "k=1\nl=2",
+                                   "k=\"自订\"\n",
+                                   "k=自订abc0Zz\n",
+                                   "k=自订, 办公 ,x\n",
+                                   "k=\"a\\x81ea自\"\n",
+                                   "k=\"😀 ;x\" ; 注释\n",
+                                   "k=\"\\\"自\\\\订\"\n",
+                                   "k=\\自x\n",
+                                   "k=@@自\n",
+                                   "自订=1\n[自订]\n自=订\n",
+                                   "k=\xFF\xFE\n",
+                                   "k=a\xE8\n",
+                                   "k=自\\\n订\n",
+                                   "[%U81EA]\nk=é1\n",
+                                   "k=自",
+                                   "k=自\\",
+                                   "k=\xEF\xBB\xBF自\n",
+                                   "k=自\xEF\xBB\xBF订\n",
+                                   "k=1, \xEF\xBB\xBF"
+                                   "2\n",
+                                   "k=\"\xEF\xBB\xBF自\\x31\xEF\xBB\xBF\"\n",
+                                   "\xEF\xBB\xBFk=1\n"}) {
         const SettingsFolder folder;
         // The toolkit takes the mark for a part of a key that stands in front of all groups.
         const QByteArray marked = mark + "[A]\n" + text;
