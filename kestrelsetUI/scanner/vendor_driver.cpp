@@ -1,9 +1,13 @@
 #include "scanner/vendor_driver.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "system/library_file.h"
+#include "system/signal_blocker.h"
 
+#include <QFile>
+
+#include <csignal>
 #include <cstring>
+#include <cxxabi.h>
 #include <dlfcn.h>
 #include <memory>
 
@@ -36,13 +40,26 @@ RollerCounters counters(const Record& record, std::size_t rollers, std::size_t f
     return {word(record, rollers), word(record, rollers), word(record, flatbed)};
 }
 
+/// Calls into a vendor library; an exception of its own does not get to the host.
+template <typename Call>
+void guarded(Call call)
+{
+    try {
+        call();
+    } catch (const abi::__forced_unwind&) { // the thread is being ended, which nobody may stop
+        throw;
+    } catch (...) { // the read has failed
+    }
+}
+
 } // namespace
 
 void VendorDriver::load(const QString& path)
 {
-    if (!QFileInfo(path).isFile()) {
+    if (!isWholeLibrary(path)) {
         return;
     }
+    const SignalBlocker noBrokenPipe(SIGPIPE);
     const std::unique_ptr<void, CloseLibrary> library(
         dlopen(QFile::encodeName(path).constData(), RTLD_LAZY | RTLD_NODELETE));
     if (!library) {
@@ -61,11 +78,12 @@ void VendorDriver::load(const QString& path)
 
 void VendorDriver::readCounters(RollerCounters& counters)
 {
+    const SignalBlocker noBrokenPipe(SIGPIPE);
     if (vendor_read_nvm_legacy != nullptr) {
-        readLegacy(counters);
+        guarded([&] { readLegacy(counters); });
     }
     if (vendor_initialize_driver != nullptr) {
-        readDriver(counters);
+        guarded([&] { readDriver(counters); });
     }
 }
 

@@ -20,16 +20,17 @@ struct RollerCounters
 /// The functions of a vendor library. Everything is synchronous and on the caller's thread.
 ///
 /// A library is opened, searched and closed again at once; it is told to stay mapped, so that what
-/// was found stays callable. The functions of the other kind stay when a later library has none of
-/// them.
+/// was found stays callable. A library with a driver replaces all functions of the last driver, any
+/// other one the legacy reader, with none if it has none; what is not replaced stays.
 class VendorDriver
 {
 public:
-    /// Takes the functions of the library at @p path; a file that is missing or no library changes
-    /// nothing.
+    /// Takes the functions of the library at @p path; a file that is missing, cut off or no library
+    /// changes nothing.
     void load(const QString& path);
 
-    /// Reads the counters; whatever can't be read stays as it is in @p counters.
+    /// Reads the counters; whatever can't be read stays as it is in @p counters, also when a
+    /// function throws.
     void readCounters(RollerCounters& counters);
 
     bool hasLegacyReader() const noexcept { return vendor_read_nvm_legacy != nullptr; }

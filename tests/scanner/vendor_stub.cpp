@@ -1,10 +1,12 @@
 // A vendor library that does what the test tells it and notes what it is asked.
 #include "vendor_stub.h"
 
+#include <csignal>
 #include <cstddef>
 #include <cstring>
 
-#if defined(VENDOR_FULL) || defined(VENDOR_BOTH) || defined(VENDOR_UNLINKED)
+#if defined(VENDOR_FULL) || defined(VENDOR_BOTH) || defined(VENDOR_UNLINKED) ||                    \
+    defined(VENDOR_PIPING)
 #define HAS_DRIVER
 #define HAS_STOP
 #define HAS_DEVICE
@@ -35,11 +37,19 @@ VendorStub vendorStub;
 
 namespace {
 
+#ifdef VENDOR_PIPING
+// Whoever loads it has a pipe that breaks.
+[[maybe_unused]] const int broken = std::raise(SIGPIPE);
+#endif
+
 [[maybe_unused]] void note(char letter)
 {
     const std::size_t length = std::strlen(vendorStub.calls);
     if (length + 1 < sizeof vendorStub.calls) {
         vendorStub.calls[length] = letter;
+    }
+    if (vendorStub.hook != nullptr) {
+        vendorStub.hook(letter);
     }
 }
 
@@ -105,6 +115,9 @@ VENDOR_EXPORT int AVReadNVMData(std::int32_t driver, std::uint32_t* device, Requ
     vendorStub.sizePointerFits = size == &request->size;
     vendorStub.zeroSeen = zero;
     std::memcpy(request->data, vendorStub.words, vendorStub.bytes);
+    if (vendorStub.dataLeft != nullptr) {
+        request->data = vendorStub.dataLeft;
+    }
     *size = static_cast<std::uint32_t>(vendorStub.bytes);
     return vendorStub.readNvm;
 }

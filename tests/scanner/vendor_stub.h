@@ -17,6 +17,8 @@ struct VendorStub
     std::size_t bytes = 24;       ///< how much of it is delivered
     std::uint32_t device = 0;     ///< what AVInitializeDevice writes
     bool writesDevice = true;
+    void* dataLeft = nullptr;     ///< where the request points after a read, if not left alone
+    void (*hook)(char) = nullptr; ///< what each function does besides, with its letter
 
     // Notes
     char calls[256] = {}; ///< the functions called, a letter each: I T D R F L
