@@ -177,3 +177,12 @@ TEST_F(VendorLibrary, WhatALegacyReaderDoesNotWriteIsZero)
     m_driver.readCounters(m_counters);
     expectCounters(m_counters, 0, 0, 0);
 }
+
+TEST_F(VendorLibrary, TheRecordIsReadFromWhereItWasAskedFor)
+{
+    std::uint32_t other[64] = {};
+    m_full.dataLeft = other;
+    m_driver.load(path(VENDOR_FULL_LIBRARY));
+    m_driver.readCounters(m_counters);
+    expectCounters(m_counters, 102, 102, 105);
+}

@@ -149,13 +149,48 @@ TEST_F(VendorLibrary, ADriverThatCanNotReadGetsItsDeviceAndLeavesTheCounters)
     expectCounters(m_counters, 1, 2, 3);
 }
 
-TEST_F(VendorLibrary, ALibraryWithNothingInItChangesNothing)
+TEST_F(VendorLibrary, ADriverThatLacksFunctionsDoesNotBorrowThoseOfTheLast)
+{
+    struct Row
+    {
+        const char* library;
+        const char* calls;
+        bool read;
+    };
+    for (const Row& row :
+         {Row{VENDOR_BARE_LIBRARY, "I", false}, Row{VENDOR_STOPLESS_LIBRARY, "IDR", true},
+          Row{VENDOR_DEVICELESS_LIBRARY, "IT", false},
+          Row{VENDOR_READLESS_LIBRARY, "ITD", false}}) {
+        VendorStub& stub = fresh(row.library);
+        stub.initializeDriver = -1;
+        m_driver.load(path(VENDOR_FULL_LIBRARY));
+        m_driver.load(path(row.library));
+        m_counters = {1, 2, 3};
+        m_driver.readCounters(m_counters);
+        SCOPED_TRACE(row.library);
+        EXPECT_STREQ(stub.calls, row.calls);
+        EXPECT_EQ(m_counters.flatbed_scan_count, row.read ? 105U : 3U);
+    }
+    EXPECT_STREQ(m_full.calls, "");
+}
+
+TEST_F(VendorLibrary, ALibraryWithNothingInItLeavesTheDriver)
 {
     m_driver.load(path(VENDOR_FULL_LIBRARY));
     m_driver.load(path(VENDOR_EMPTY_LIBRARY));
     EXPECT_TRUE(m_driver.hasDriver());
     m_driver.readCounters(m_counters);
     expectCounters(m_counters, 102, 102, 105);
+}
+
+TEST_F(VendorLibrary, ALibraryWithNothingInItEndsTheLegacyReader)
+{
+    m_driver.load(path(VENDOR_LEGACY_LIBRARY));
+    m_driver.load(path(VENDOR_EMPTY_LIBRARY));
+    EXPECT_FALSE(m_driver.hasLegacyReader());
+    m_driver.readCounters(m_counters);
+    EXPECT_STREQ(m_legacy.calls, "");
+    expectCounters(m_counters, 1, 2, 3);
 }
 
 TEST_F(VendorLibrary, AMissingFileChangesNothing)
