@@ -66,6 +66,19 @@ TEST_F(Closing, OkSendsThePowerSettingsAndNothingElse)
                                                    "poweroff=Enable", "poweroff-time=120"}));
 }
 
+TEST_F(Closing, OkSendsThePowerSettingsBeforeItHides)
+{
+    int sent = 0;
+    m_scanner.onSet("poweroff-time", [this, &sent](FakeScanner&) {
+        ++sent;
+        EXPECT_TRUE(dialog().isVisible());
+    });
+    show();
+    click(button("sure"));
+    EXPECT_EQ(sent, 1);
+    EXPECT_FALSE(dialog().isVisible());
+}
+
 TEST_F(Closing, OkSavesIntoTheDevicesOwnGroup)
 {
     bar("brightness_set").setValue(41);

@@ -1,10 +1,12 @@
-// Ejecting a sheet, what the backend's name changes, and the published table of models.
+// Ejecting a sheet, the power settings, what the backend's name changes, and the published table of
+// models.
 #include "dialog_fixture.h"
 #include "support/messages.h"
 
 #include <kestrelsettingui.h>
 
 #include <QAbstractButton>
+#include <QAbstractSlider>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -70,6 +72,55 @@ TEST_F(Maintenance, AScannerWithoutAnEjectButtonIsNotHarmed)
     EXPECT_TRUE(scanner.journal().sets().empty());
 }
 
+TEST_F(Maintenance, TheEjectButtonEjectsWhenItsGroupIsNotShown)
+{
+    scanner.option("eject-paper-opposite-side").inactive();
+    bind(scanner);
+    ASSERT_TRUE(widget("eject_paper_groupBox").isHidden());
+    scanner.clearJournal();
+    press(button("eject_paper_manual"));
+    EXPECT_EQ(scanner.journal().setsOf("eject-paper").size(), 1U);
+}
+
+TEST_F(Maintenance, AnEjectOptionThatIsATextGetsNone)
+{
+    scanner.option("eject-paper").type(SANE_TYPE_STRING).size(16);
+    bind(scanner);
+    scanner.clearJournal();
+    press(button("eject_paper_manual"));
+    EXPECT_EQ(scanner.journal().sets(), Strings{"eject-paper="});
+}
+
+TEST_F(Maintenance, APowerTimeIsSentForItsSwitchAlone)
+{
+    bind(scanner);
+    bar("powersaving_time").setEnabled(false);
+    bar("poweroff_time").setEnabled(false);
+    scanner.clearJournal();
+    dialog().setPowerManager();
+    EXPECT_EQ(scanner.journal().sets(), (Strings{"powersaving=Enable", "powersaving-time=15",
+                                                 "poweroff=Enable", "poweroff-time=120"}));
+}
+
+// What is stored is in force when the scanner has other values, as after it was switched off.
+TEST_F(Maintenance, BindingSendsThePowerSettingsThatWereConfirmed)
+{
+    bind(scanner);
+    button("powersaving").setChecked(false);
+    bar("poweroff_time").setValue(200);
+    press(button("sure"));
+    scanner.option("powersaving").string("Enable");
+    scanner.option("poweroff-time").word(120);
+    scanner.clearJournal();
+    bind(scanner);
+    const Strings sets = scanner.journal().sets();
+    ASSERT_GE(sets.size(), 3U);
+    EXPECT_EQ(Strings(sets.end() - 3, sets.end()),
+              (Strings{"powersaving=Disable", "poweroff=Enable", "poweroff-time=200"}));
+    EXPECT_EQ(scanner.journal().setsOf("powersaving").size(), 1U);
+    EXPECT_EQ(scanner.journal().setsOf("poweroff-time").size(), 1U);
+}
+
 TEST_F(Maintenance, ARefusedPowerSettingDoesNotKeepTheOthersBack)
 {
     bind(scanner);
@@ -119,6 +170,13 @@ TEST_F(Maintenance, OnlyOneBackendHasLongPaperHoweverItIsWritten)
         dialog().lockFunctionByVid(0, row.backend);
         EXPECT_EQ(longPaperShown(), row.shown) << (row.backend != nullptr ? row.backend : "null");
     }
+}
+
+TEST_F(Maintenance, TheRightBackendDoesNotBringLongPaperBack)
+{
+    widget("long_paper_scan").hide();
+    dialog().lockFunctionByVid(0, "kestrel_adv");
+    EXPECT_FALSE(longPaperShown());
 }
 
 TEST_F(Maintenance, TheVendorsNumberChangesNothing)
