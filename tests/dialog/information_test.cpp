@@ -117,6 +117,22 @@ TEST_F(Information, ASecondBindingDoesNotRepeatTheComputer)
     EXPECT_EQ(information(), once);
 }
 
+// A toolkit that is left to guess takes a text for markup by its first line.
+TEST_F(Information, WhatLooksLikeMarkupIsShownAsItIs)
+{
+    FakeScanner scanner = flatbedScanner();
+    dialog().system_text.clear();
+    for (const char* const serial : {"<b>42</b>", "<img src=x>", "<table><tr><td>", "&amp;%1%2"}) {
+        scanner.option("serial-number").string(serial);
+        bind(scanner);
+        const QString line =
+            QStringLiteral("序列号:  ") + QString::fromUtf8(serial) + QLatin1Char('\n');
+        EXPECT_TRUE(information().startsWith(line)) << information().toStdString();
+        dialog().setScannerInfo();
+        EXPECT_EQ(information(), line + QStringLiteral("平台扫描次数：0\n"));
+    }
+}
+
 TEST_F(Information, CountersAreShownByTheKindOfScanner)
 {
     dialog().counters.separation_roller_count = 11;
@@ -137,10 +153,12 @@ TEST_F(Information, CountersAreShownByTheKindOfScanner)
 
 TEST_F(Information, LargeCountersAreUnsigned)
 {
-    dialog().counters.flatbed_scan_count = 4294967295U;
-    dialog().device_kind = 0;
+    dialog().counters = {4294967295U, 2147483648U, 4294967294U};
+    dialog().device_kind = 2;
     dialog().setScannerInfo();
-    EXPECT_EQ(dialog().counter_text, QStringLiteral("平台扫描次数：4294967295\n"));
+    EXPECT_EQ(dialog().counter_text, QStringLiteral("自动分纸滚轮/垫片次数：4294967295\n"
+                                                    "自动进纸滚轮次数：2147483648\n"
+                                                    "平台扫描次数：4294967294\n"));
 }
 
 TEST_F(Information, WithoutAVendorLibraryTheCountersKeepTheirValues)
