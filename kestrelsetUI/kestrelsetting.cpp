@@ -141,12 +141,11 @@ bool KestrelSettingUI::set_device(void* handle, void* identity, const char* conf
     const auto& record =
         identity != nullptr ? *static_cast<const ScannerIdentity*>(identity) : nobody;
     const QByteArray backend = field(record.backend);
-    device_name = QString::fromUtf8(field(record.name));
+    configuration_loaded = false;
+    openSettings(QString::fromUtf8(field(record.name)), config_dir);
     vid = record.vid;
     pid = record.pid;
     backend_name = QString::fromUtf8(backend);
-    openSettings(config_dir);
-    configuration_loaded = false;
     ui->long_paper_scan->show();
     lockFunctionByVid(vid, backend.constData());
     vendor_lib_path = QStringLiteral("/usr/local/lib64/sane/%1")

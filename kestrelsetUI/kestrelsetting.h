@@ -406,13 +406,13 @@ private:
     Q_DECL_HIDDEN void loadFormSettings();
     Q_DECL_HIDDEN bool acceptPreviewArea();
     Q_DECL_HIDDEN void showScannerInfo();
-    Q_DECL_HIDDEN void openSettings(const char* config_dir);
+    Q_DECL_HIDDEN void openSettings(const QString& name, const char* config_dir);
     Q_DECL_HIDDEN void saveSelectedTemplate();
     Q_DECL_HIDDEN void reloadConfirmed();
     Q_DECL_HIDDEN QString versionGroup() const;
     Q_DECL_HIDDEN int notedVersion() const;
     Q_DECL_HIDDEN bool isVersionNoted() const;
-    Q_DECL_HIDDEN void confirmVersion();
+    Q_DECL_HIDDEN bool confirmVersion();
     Q_DECL_HIDDEN void noteVersion(bool defaults_known);
     Q_DECL_HIDDEN bool areDefaultsInDoubt() const;
     Q_DECL_HIDDEN void keepFirstState();
@@ -431,7 +431,7 @@ private:
     Q_DECL_HIDDEN void storeGroup(const QString& group, bool defaults);
     Q_DECL_HIDDEN TemplateRecord readTemplates() const;
     Q_DECL_HIDDEN void notePresets();
-    Q_DECL_HIDDEN void showTemplates();
+    Q_DECL_HIDDEN void showTemplates(bool bound_before);
     Q_DECL_HIDDEN bool listTemplates();
     Q_DECL_HIDDEN void updateCropList();
     Q_DECL_HIDDEN void clearBackSide();

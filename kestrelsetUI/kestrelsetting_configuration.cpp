@@ -12,6 +12,7 @@
 #include <QSettings>
 
 #include <cstring>
+#include <new>
 
 using namespace kestrel;
 
@@ -43,21 +44,24 @@ void KestrelSettingUI::setsavepath(char* path)
     save_path = QString::fromUtf8(path);
 }
 
-void KestrelSettingUI::openSettings(const char* config_dir)
+/// Without the memory for all of it the dialog stays with the scanner of before.
+void KestrelSettingUI::openSettings(const QString& name, const char* config_dir)
 {
-    config_path = config_dir != nullptr
-                      ? QStringLiteral("%1/%2.ini").arg(QString::fromUtf8(config_dir), device_name)
-                      : QString();
+    const QString path = config_dir != nullptr
+                             ? QStringLiteral("%1/%2.ini").arg(QString::fromUtf8(config_dir), name)
+                             : QString();
     // Without a folder there is no file: a path that can't be one keeps dialog and manager
     // together.
     const QString file =
-        config_path.isEmpty()
-            ? QStringLiteral("/dev/null/%1.ini").arg(QString(device_name).replace('/', '_'))
-            : config_path;
-    // Hosts may hold on to what an earlier binding opened, so it is never deleted.
+        path.isEmpty() ? QStringLiteral("/dev/null/%1.ini").arg(QString(name).replace('/', '_'))
+                       : path;
     saveLeftOvers(settings, std::chrono::milliseconds::zero());
-    settings = kestrel::openSettings(file).release();
+    SettingsHandle opened = kestrel::openSettings(file);
     edit_template->setPathINI(file);
+    // Hosts may hold on to what an earlier binding opened, so it is never deleted.
+    settings = opened.release();
+    config_path = path;
+    device_name = name;
 }
 
 /// A scanner that failed while it was asked leaves empty lists and the form's limits. What a
@@ -173,13 +177,17 @@ bool KestrelSettingUI::isVersionNoted() const
 }
 
 /// Without the version the next binding would put the scanner's state in the place of what has been
-/// confirmed. One of a later program stays.
-void KestrelSettingUI::confirmVersion()
+/// confirmed. One of a later program stays; the default group of an earlier one is not ours.
+/// @return whether it had to be written
+bool KestrelSettingUI::confirmVersion()
 {
-    if (notedVersion() < kConfigVersion) {
-        const auto defaults = groupName(device_name + QStringLiteral("default"));
-        noteVersion(!half_described && holdsAnything(*settings, defaults));
+    const int noted = notedVersion();
+    if (noted >= kConfigVersion) {
+        return false;
     }
+    const auto defaults = groupName(device_name + QStringLiteral("default"));
+    noteVersion(noted == 0 && !half_described && holdsAnything(*settings, defaults));
+    return true;
 }
 
 /// The first binding of a device keeps its state. What a device would say only in parts takes the
@@ -195,9 +203,14 @@ void KestrelSettingUI::keepFirstState()
         }
     } else if (!is_noted || areDefaultsInDoubt()) {
         noteVersion(true);
-        storeGroup(defaults, true);
-        if (!is_noted) {
-            storeGroup(device_name, false);
+        try {
+            storeGroup(defaults, true);
+            if (!is_noted) {
+                storeGroup(device_name, false);
+            }
+        } catch (const std::bad_alloc&) { // by halves it is no state: the next binding looks again
+            settings->remove(groupName(versionGroup()));
+            throw;
         }
     }
 }

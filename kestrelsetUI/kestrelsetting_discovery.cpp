@@ -112,11 +112,16 @@ void KestrelSettingUI::Discovery::startAfresh()
     ui_.background_setting_label->show();
     ui_.background_setting_combobox->show();
     dialog_.custom_resolution->setResolutionRange(kDefaultMaxResolution);
-    // The walk sets the area on the preview to nothing: a scan of it would have no size.
+    // What was drawn on the preview of another scanner is no area of this one.
+    for (auto* const edge : {ui_.offset_x, ui_.offset_y, ui_.offset_w, ui_.offset_h}) {
+        edge->setValue(0.0);
+    }
     dialog_.use_preview_area = false;
     const auto before = std::exchange(dialog_.discovered_name, dialog_.device_name);
+    const bool is_state_missing =
+        dialog_.half_described || (dialog_.settings != nullptr && dialog_.areDefaultsInDoubt());
     // What the user has tried on a scanner that could not be asked is not the scanner's state.
-    if (before && (before != dialog_.device_name || dialog_.half_described)) {
+    if (before && (before != dialog_.device_name || is_state_missing)) {
         dialog_.loadFormSettings();
     }
 }
@@ -139,15 +144,17 @@ void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
     }
     if (!gaps.empty()) {
         dialog_.half_asked = true;
-        dialog_.half_described = dialog_.half_described || !areForGood(gaps);
+        dialog_.half_described = dialog_.half_described || !areForGood(gaps, count);
     }
 }
 
-/// Whether the scanner still answers, and still does not describe these options: it has none there.
-bool KestrelSettingUI::Discovery::areForGood(const std::vector<int>& gaps) const
+/// Whether the scanner still answers the same, and still does not describe these options: it has
+/// none there.
+bool KestrelSettingUI::Discovery::areForGood(const std::vector<int>& gaps,
+                                             const SaneDevice::OptionCount& count) const
 {
     const auto now = device_.optionCount();
-    return now.option != nullptr && now.status == SANE_STATUS_GOOD &&
+    return now.option != nullptr && now.status == SANE_STATUS_GOOD && now.value == count.value &&
            std::all_of(gaps.begin(), gaps.end(),
                        [this](int index) { return device_.descriptor(index) == nullptr; });
 }
@@ -193,6 +200,7 @@ int KestrelSettingUI::GetOptionByName()
     }
     const SignalBlocker noBrokenPipe(SIGPIPE);
     Discovery discovery(*this);
+    const bool bound_before = discovered_name == device_name;
     discovery.startAfresh();
     showScannerInfo();
     const auto count = SaneDevice(sane_handle).optionCount();
@@ -200,7 +208,7 @@ int KestrelSettingUI::GetOptionByName()
     half_asked = half_described;
     loaded_texts.clear();
     if (count.option == nullptr) {
-        showTemplates();
+        showTemplates(bound_before);
         return 0;
     }
     discovery.walk(count);

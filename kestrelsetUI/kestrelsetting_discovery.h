@@ -34,7 +34,8 @@ private:
         void (*handle)(Discovery&);
     };
     static const Row* row(const char* name);
-    bool areForGood(const std::vector<int>& gaps) const;
+    bool areForGood(const std::vector<int>& gaps,
+                    const kestrel::SaneDevice::OptionCount& count) const;
     void noteSilence();
 
     // The option at hand (_options)

@@ -59,17 +59,22 @@ void KestrelSettingUI::notePresets()
     }
 }
 
-/// The templates of a scanner that can't be asked are there, the confirmed one on show; none is
-/// loaded.
-void KestrelSettingUI::showTemplates()
+/// The templates of a scanner that can't be asked are there, the confirmed one on show. None is
+/// loaded, but in the place of what was tried at an earlier binding of the scanner.
+void KestrelSettingUI::showTemplates(bool bound_before)
 {
     if (settings == nullptr) {
         return;
     }
     const QSignalBlocker loadsNothing(ui->usertemplate);
     const bool template_selected = listTemplates();
-    if (isVersionNoted()) {
-        noteStoredTexts(template_selected ? ui->usertemplate->currentText() : device_name);
+    // Without the version the working settings are the scanner's to say; a template never is.
+    if (template_selected || isVersionNoted()) {
+        const auto group = template_selected ? ui->usertemplate->currentText() : device_name;
+        noteStoredTexts(group);
+        if (bound_before) {
+            loadConfig(group);
+        }
     }
 }
 
@@ -169,6 +174,10 @@ void KestrelSettingUI::saveSelectedTemplate()
         settings->setValue(templateIndexKey, index);
     }
     saveSettings(*settings, groupsOf({name, versionGroup()}));
+    // Only now it is known what other programs have made of the file.
+    if (index <= 0 && confirmVersion()) {
+        saveSettings(*settings, groupsOf({versionGroup()}));
+    }
 }
 
 /// Throws unsaved edits away. A device that never saved keeps what the dialog shows.

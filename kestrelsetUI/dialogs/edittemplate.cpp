@@ -35,12 +35,15 @@ void EditTemplate::setPathINI(QString path)
     if (name_dialog->isVisible()) {
         name_dialog->reject();
     }
-    settings = kestrel::openSettings(path);
-    const kestrel::OpenGroup list(*settings, kestrel::templateListGroup());
-    const QString presets = settings->value(kestrel::presetCountKey).toString();
-    const QStringList names =
-        kestrel::splitTemplateList(settings->value(kestrel::templateListKey).toString());
-
+    auto opened = kestrel::openSettings(path);
+    QString presets;
+    QStringList names;
+    {
+        const kestrel::OpenGroup list(*opened, kestrel::templateListGroup());
+        presets = opened->value(kestrel::presetCountKey).toString();
+        names = kestrel::splitTemplateList(opened->value(kestrel::templateListKey).toString());
+    }
+    settings = std::move(opened);
     if (!presets.isEmpty()) {
         // A file may say anything; no entry stands below 0.
         preset_count = std::max(presets.toInt(), 0);

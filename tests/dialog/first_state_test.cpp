@@ -184,20 +184,54 @@ TEST_F(FirstState, OfAnotherProgramsVersionIsNotForTheConfirmationToChange)
 
 TEST_F(FirstState, ThatTheFileHasLostIsNotTakenAnewAfterAConfirmation)
 {
-    for (const char* const left : {"", "[ScannerAdefault]\nbrightness=-77\n"}) {
-        beginAnew();
-        bind(m_scanner);
-        folder().write(QStringLiteral("ScannerA.ini"), left);
-        for (const int value : {33, 34}) {
-            setBrightness(value);
-            ok();
+    const QByteArray defaults = "[ScannerAdefault]\nbrightness=-77\n";
+    const QByteArray earlier = "[ScannerAconfig_version]\nconfig_version=101\n";
+    // A default group of an earlier version is not taken for the scanner's.
+    for (const auto& [left, dark] :
+         {std::pair(QByteArray(), 0), std::pair(defaults, -77), std::pair(earlier + defaults, 0)}) {
+        for (const int confirmations : {1, 2}) {
+            beginAnew();
+            bind(m_scanner);
+            folder().write(QStringLiteral("ScannerA.ini"), left);
+            for (int value = 1; value <= confirmations; ++value) {
+                setBrightness(30 + value);
+                ok();
+                EXPECT_EQ(onDisk(version), QStringLiteral("102")) << left.data();
+            }
+            restartWhole();
+            EXPECT_EQ(brightness(), 30 + confirmations) << left.data();
+            press(get<QAbstractButton>("default_setting"));
+            EXPECT_EQ(brightness(), dark) << left.data();
         }
-        EXPECT_EQ(onDisk(version), QStringLiteral("102"));
-        restartWhole();
-        EXPECT_EQ(brightness(), 34);
-        press(get<QAbstractButton>("default_setting"));
-        EXPECT_EQ(brightness(), *left == '\0' ? 0 : -77);
     }
+}
+
+TEST_F(FirstState, InDoubtIsMadeGoodInTheSameProcessWithoutWhatWasTried)
+{
+    bind(m_scanner);
+    folder().write(QStringLiteral("ScannerA.ini"), {});
+    gamma().setValue(222);
+    ok();
+    bind(m_whole);
+    EXPECT_EQ(onDisk(QStringLiteral("ScannerAdefault/gamma")), QStringLiteral("200"));
+    EXPECT_EQ(onDisk(QStringLiteral("ScannerA/gamma")), QStringLiteral("222"));
+}
+
+TEST_F(FirstState, OfAScannerWhoseOptionsGrowInNumberIsNotWhole)
+{
+    const auto all = static_cast<SANE_Word>(m_scanner.names().size() + 1);
+    m_scanner.option("mode").undescribed();
+    m_scanner.reportCount(all - 1);
+    int counts = 0;
+    m_scanner.before(CallKind::Get, [all, &counts](FakeScanner& scanner) {
+        if (++counts == 2) {
+            scanner.reportCount(all);
+        }
+    });
+    bind(m_scanner);
+    EXPECT_GE(counts, 2);
+    EXPECT_EQ(keysOnDisk(QStringLiteral("ScannerAconfig_version")), 0);
+    beginAnew();
 }
 
 TEST_F(FirstState, IsNotWholeWhileItsGapsWander)

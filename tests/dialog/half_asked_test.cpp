@@ -134,6 +134,39 @@ TEST_F(HalfAsked, WhatIsChangedAtOneThatSaysNothingIsStored)
     EXPECT_EQ(keysOnDisk(QStringLiteral("ScannerA")), keys);
 }
 
+TEST_F(HalfAsked, WhatWasTriedBeforeOneSaysNothingMakesRoomForWhatWasConfirmed)
+{
+    start({QStringLiteral("X"), QStringLiteral("Y")}, QStringLiteral("1"));
+    FakeScanner mute = fullScanner();
+    mute.hideCount();
+    for (const int times : {1, 2}) {
+        templates().setCurrentIndex(2);
+        setBrightness(77);
+        bind(mute);
+        EXPECT_EQ(templates().currentIndex(), 1);
+        EXPECT_EQ(brightness(), 1) << times;
+    }
+    setBrightness(78);
+    ok();
+    EXPECT_EQ(onDisk(QStringLiteral("X/brightness")), QStringLiteral("78"));
+    EXPECT_EQ(onDisk(QStringLiteral("Y/brightness")), QStringLiteral("2"));
+}
+
+TEST_F(HalfAsked, ATemplateOfOneThatSaysNothingIsStoredWhateverTheVersion)
+{
+    FakeScanner mute = fullScanner();
+    mute.hideCount();
+    for (const char* const noted : {"102", "101", ""}) {
+        start({QStringLiteral("X")}, QStringLiteral("1"));
+        store(version, QString::fromLatin1(noted));
+        saveSettings(*dialog().settings);
+        restart(mute);
+        setBrightness(44);
+        ok();
+        EXPECT_EQ(onDisk(QStringLiteral("X/brightness")), QStringLiteral("44")) << noted;
+    }
+}
+
 // The default group holds no inversion: the button leaves what was confirmed.
 TEST_F(HalfAsked, TheDefaultsOfOneThatSaysNothingLeaveTheInversion)
 {

@@ -26,16 +26,23 @@ protected:
 
 TEST_F(RebindingControls, ThePreviewsNumbersStartAtZero)
 {
-    FakeScanner scanner = fullScanner();
-    bind(scanner);
-    for (const char* const name : {"offset_w", "offset_h", "offset_x", "offset_y"}) {
-        real(name).setValue(40.0);
-        ASSERT_EQ(real(name).value(), 40.0) << name;
-    }
-    FakeScanner other = fullScanner();
-    bind(other, kOther);
-    for (const char* const name : {"offset_w", "offset_h", "offset_x", "offset_y"}) {
-        EXPECT_EQ(real(name).value(), 0.0) << name;
+    FakeScanner whole = fullScanner();
+    FakeScanner mute = fullScanner();
+    mute.hideCount();
+    FakeScanner without_area = fullScanner();
+    without_area.remove("br-x");
+    without_area.remove("br-y");
+    for (FakeScanner* const other : {&whole, &mute, &without_area}) {
+        FakeScanner scanner = fullScanner();
+        bind(scanner);
+        for (const char* const name : {"offset_w", "offset_h", "offset_x", "offset_y"}) {
+            real(name).setValue(40.0);
+            ASSERT_EQ(real(name).value(), 40.0) << name;
+        }
+        bind(*other, kOther);
+        for (const char* const name : {"offset_w", "offset_h", "offset_x", "offset_y"}) {
+            EXPECT_EQ(real(name).value(), 0.0) << name;
+        }
     }
 }
 
