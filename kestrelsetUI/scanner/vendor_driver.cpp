@@ -43,7 +43,7 @@ RollerCounters counters(const Record& record, std::size_t rollers, std::size_t f
 /// Calls into a vendor library; an exception of its own does not get to the host. What ends a
 /// thread is caught as a reference to nothing, which a sanitizer would report.
 template <typename Call>
-[[gnu::no_sanitize("null")]] void guarded(Call call)
+__attribute__((no_sanitize("null"))) void guarded(Call call)
 {
     try {
         call();
