@@ -202,8 +202,8 @@ void KestrelSettingUI::keepFirstState()
             storeGroup(device_name, false);
         }
     } else if (!is_noted || areDefaultsInDoubt()) {
-        noteVersion(true);
         try {
+            noteVersion(true);
             storeGroup(defaults, true);
             if (!is_noted) {
                 storeGroup(device_name, false);
