@@ -157,7 +157,7 @@ TEST_F(VendorLibrary, ALegacyRecordMayHave256Bytes)
     expectCounters(m_counters, 100, 100, 103);
 }
 
-// The first read leaves its record on the stack, just where the second has its own.
+// The first read leaves its record on the stack, about where the second has its own.
 TEST_F(VendorLibrary, WhatADriverDoesNotWriteIsZero)
 {
     m_full.bytes = 256;
@@ -165,6 +165,7 @@ TEST_F(VendorLibrary, WhatADriverDoesNotWriteIsZero)
     m_driver.readCounters(m_counters);
     m_full.bytes = 0;
     m_driver.readCounters(m_counters);
+    EXPECT_TRUE(m_full.recordWasZero);
     expectCounters(m_counters, 0, 0, 0);
 }
 
@@ -175,6 +176,7 @@ TEST_F(VendorLibrary, WhatALegacyReaderDoesNotWriteIsZero)
     m_driver.readCounters(m_counters);
     m_legacy.bytes = 0;
     m_driver.readCounters(m_counters);
+    EXPECT_TRUE(m_legacy.recordWasZero);
     expectCounters(m_counters, 0, 0, 0);
 }
 

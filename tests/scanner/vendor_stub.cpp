@@ -1,6 +1,7 @@
 // A vendor library that does what the test tells it and notes what it is asked.
 #include "vendor_stub.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
 #include <cstring>
@@ -60,6 +61,14 @@ namespace {
     note(letter);
 }
 
+[[maybe_unused]] void fill(void* record)
+{
+    const auto* const bytes = static_cast<const unsigned char*>(record);
+    vendorStub.recordWasZero =
+        std::all_of(bytes, bytes + 256, [](unsigned char byte) { return byte == 0; });
+    std::memcpy(record, vendorStub.words, vendorStub.bytes);
+}
+
 } // namespace
 
 #ifdef HAS_DRIVER
@@ -114,7 +123,7 @@ VENDOR_EXPORT int AVReadNVMData(std::int32_t driver, std::uint32_t* device, Requ
     std::memcpy(&vendorStub.sizeSeen, &request->size, sizeof vendorStub.sizeSeen);
     vendorStub.sizePointerFits = size == &request->size;
     vendorStub.zeroSeen = zero;
-    std::memcpy(request->data, vendorStub.words, vendorStub.bytes);
+    fill(request->data);
     if (vendorStub.dataLeft != nullptr) {
         request->data = vendorStub.dataLeft;
     }
@@ -127,7 +136,7 @@ VENDOR_EXPORT int AVReadNVMData(std::int32_t driver, std::uint32_t* device, Requ
 VENDOR_EXPORT int ReadNVMData(void* record)
 {
     note('L');
-    std::memcpy(record, vendorStub.words, vendorStub.bytes);
+    fill(record);
     return vendorStub.readLegacy;
 }
 #endif

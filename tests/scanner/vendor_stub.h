@@ -30,4 +30,5 @@ struct VendorStub
     std::uint64_t sizeSeen = 99;       ///< the request's size at the read
     bool sizePointerFits = false;      ///< the last argument pointed at the request's size
     int zeroSeen = -1;
+    bool recordWasZero = false; ///< all 256 bytes of the buffer, before a read
 };
