@@ -52,7 +52,7 @@ QSet<QString> sharedLines(const Snapshot& snapshot)
     QSet<QString> shared;
     for (auto entry = snapshot.keyBegin(); entry != snapshot.keyEnd(); ++entry) {
         const QString plain = entry->startsWith(QLatin1Char('/')) ? entry->mid(1) : QString();
-        const bool isWrittenPlain = !plain.isNull() && !plain.startsWith(QLatin1Char('/'));
+        const bool isWrittenPlain = !plain.isNull() && !plain.contains(QLatin1Char('/'));
         if (isWrittenPlain && snapshot.contains(plain)) {
             shared.insert(plain);
         }
@@ -188,7 +188,9 @@ bool holdsInAnyForm(const QByteArray& content, const Snapshot& snapshot)
         return false;
     }
     for (auto wanted = snapshot.cbegin(); wanted != snapshot.cend(); ++wanted) {
-        if (!isWrittenAsText(wanted.value()) || shared.contains(wanted.key())) {
+        // Asked for an odd name, the toolkit tells of the name that it tidies it up to.
+        if (!isWrittenAsText(wanted.value()) || shared.contains(wanted.key()) ||
+            isOddName(wanted.key())) {
             continue;
         }
         const QList<QStringList> found = entries.values(wanted.key());

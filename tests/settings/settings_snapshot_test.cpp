@@ -98,3 +98,20 @@ TEST_F(SettingsSnapshot, LinesMadeByOthersAreCounted)
     tell("Office/brightness", QStringLiteral("12"));
     EXPECT_TRUE(holds(written(), settings));
 }
+
+TEST(SettingsSnapshotOfOthers, AnOddNameStandsBesideTheOneItIsTidiedUpTo)
+{
+    for (const char* const odd :
+         {"[Office/]\nbrightness=1\n", "[Office]\n/brightness=1\n", "[Office]\nbrightness/=1\n",
+          "[/Office]\nbrightness=1\n", "[//Office]\nbrightness=1\n", "Office/brightness=1\n",
+          "/Office/brightness=1\n", "/=1\n", "[/]\nOffice/brightness=1\n"}) {
+        const SettingsFolder folder;
+        folder.write(odd);
+        QSettings settings(folder.filePath(), QSettings::IniFormat);
+        settings.setValue(QStringLiteral("Office/brightness"), QStringLiteral("12"));
+        settings.sync();
+        const QByteArray whole = folder.bytes();
+        EXPECT_TRUE(holds(whole, settings)) << odd << " became " << whole.constData();
+        EXPECT_FALSE(holds(QByteArray(whole).replace("=12\n", "=13\n"), settings)) << odd;
+    }
+}
