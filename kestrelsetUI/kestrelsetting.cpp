@@ -141,8 +141,11 @@ bool KestrelSettingUI::set_device(void* handle, void* identity, const char* conf
     const auto& record =
         identity != nullptr ? *static_cast<const ScannerIdentity*>(identity) : nobody;
     const QByteArray backend = field(record.backend);
-    configuration_loaded = false;
     openSettings(QString::fromUtf8(field(record.name)), config_dir);
+    // Until the scanner has told all, what its file holds is not for the controls to say.
+    configuration_loaded = false;
+    half_asked = true;
+    loaded_texts.clear();
     vid = record.vid;
     pid = record.pid;
     backend_name = QString::fromUtf8(backend);

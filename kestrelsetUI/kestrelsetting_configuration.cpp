@@ -201,17 +201,18 @@ void KestrelSettingUI::keepFirstState()
             storeGroup(defaults, true);
             storeGroup(device_name, false);
         }
-    } else if (!is_noted || areDefaultsInDoubt()) {
+    } else if (!is_noted) {
         try {
             noteVersion(true);
             storeGroup(defaults, true);
-            if (!is_noted) {
-                storeGroup(device_name, false);
-            }
+            storeGroup(device_name, false);
         } catch (const std::bad_alloc&) { // by halves it is no state: the next binding looks again
             settings->remove(groupName(versionGroup()));
             throw;
         }
+    } else if (areDefaultsInDoubt()) {
+        storeGroup(defaults, true);
+        noteVersion(true);
     }
 }
 

@@ -113,21 +113,25 @@ void KestrelSettingUI::Discovery::startAfresh()
     ui_.background_setting_combobox->show();
     dialog_.custom_resolution->setResolutionRange(kDefaultMaxResolution);
     // What was drawn on the preview of another scanner is no area of this one.
-    for (auto* const edge : {ui_.offset_x, ui_.offset_y, ui_.offset_w, ui_.offset_h}) {
+    for (auto* const edge : {ui_.offset_w, ui_.offset_h, ui_.offset_x, ui_.offset_y}) {
         edge->setValue(0.0);
     }
     dialog_.use_preview_area = false;
-    const auto before = std::exchange(dialog_.discovered_name, dialog_.device_name);
+    const auto& before = dialog_.discovered_name;
     const bool is_state_missing =
         dialog_.half_described || (dialog_.settings != nullptr && dialog_.areDefaultsInDoubt());
     // What the user has tried on a scanner that could not be asked is not the scanner's state.
     if (before && (before != dialog_.device_name || is_state_missing)) {
         dialog_.loadFormSettings();
     }
+    dialog_.discovered_name = dialog_.device_name;
 }
 
 void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
 {
+    if (count.status != SANE_STATUS_GOOD) {
+        noteSilence();
+    }
     std::vector<int> gaps;
     for (index_ = 1; index_ < count.walkEnd(); ++index_) {
         option_ = device_.descriptor(index_);
@@ -143,8 +147,8 @@ void KestrelSettingUI::Discovery::walk(const SaneDevice::OptionCount& count)
         }
     }
     if (!gaps.empty()) {
-        dialog_.half_asked = true;
-        dialog_.half_described = dialog_.half_described || !areForGood(gaps, count);
+        half_asked_ = true;
+        half_described_ = half_described_ || !areForGood(gaps, count);
     }
 }
 
@@ -161,8 +165,8 @@ bool KestrelSettingUI::Discovery::areForGood(const std::vector<int>& gaps,
 
 void KestrelSettingUI::Discovery::noteSilence()
 {
-    dialog_.half_asked = true;
-    dialog_.half_described = true;
+    half_asked_ = true;
+    half_described_ = true;
 }
 
 /// Notes the limits that the form gives: they stand for what a scanner does not limit.
@@ -201,12 +205,12 @@ int KestrelSettingUI::GetOptionByName()
     const SignalBlocker noBrokenPipe(SIGPIPE);
     Discovery discovery(*this);
     const bool bound_before = discovered_name == device_name;
+    half_asked = true; // also when the walk comes to no end
+    loaded_texts.clear();
     discovery.startAfresh();
+    half_described = true;
     showScannerInfo();
     const auto count = SaneDevice(sane_handle).optionCount();
-    half_described = count.option == nullptr || count.status != SANE_STATUS_GOOD;
-    half_asked = half_described;
-    loaded_texts.clear();
     if (count.option == nullptr) {
         showTemplates(bound_before);
         return 0;
@@ -217,6 +221,8 @@ int KestrelSettingUI::GetOptionByName()
     updateCropList();
     discovery.measureFlatbed();
     discovery.listPaperSizes();
+    half_asked = discovery.isHalfAsked();
+    half_described = discovery.isHalfDescribed();
     showScannerInfo();
     startConfiguration();
     setPowerManager();

@@ -26,6 +26,10 @@ public:
     void measureLongPaper();
     void measureFlatbed();
     void listPaperSizes();
+    /// The scanner did not tell all.
+    bool isHalfAsked() const { return half_asked_; }
+    /// Nor is that its way: it may tell more the next time.
+    bool isHalfDescribed() const { return half_described_; }
 
 private:
     struct Row
@@ -80,6 +84,8 @@ private:
     int index_ = 0;
     const SANE_Option_Descriptor* option_ = nullptr;
     SANE_Word lastWord_ = 0;
+    bool half_asked_ = false;
+    bool half_described_ = false;
 };
 
 template <typename Control>

@@ -39,7 +39,7 @@ void KestrelSettingUI::Discovery::measureLongPaper()
     const auto size = option->size;
     const auto height = [&](SANE_Word on) {
         const bool isSet = device_.writeWord(index, on, size) == SANE_STATUS_GOOD;
-        dialog_.half_asked = dialog_.half_asked || !isSet;
+        half_asked_ = half_asked_ || !isSet;
         return areaMaximum(dialog_.br_y_option);
     };
     const auto before = device_.readWord(index, *option);

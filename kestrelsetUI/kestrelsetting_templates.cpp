@@ -71,10 +71,10 @@ void KestrelSettingUI::showTemplates(bool bound_before)
     // Without the version the working settings are the scanner's to say; a template never is.
     if (template_selected || isVersionNoted()) {
         const auto group = template_selected ? ui->usertemplate->currentText() : device_name;
-        noteStoredTexts(group);
         if (bound_before) {
             loadConfig(group);
         }
+        noteStoredTexts(group); // after the rules, which move what the group does not name
     }
 }
 

@@ -152,6 +152,22 @@ TEST_F(HalfAsked, WhatWasTriedBeforeOneSaysNothingMakesRoomForWhatWasConfirmed)
     EXPECT_EQ(onDisk(QStringLiteral("Y/brightness")), QStringLiteral("2"));
 }
 
+TEST_F(HalfAsked, ARuleThatMovesAControlAddsNothingToATemplate)
+{
+    start({QStringLiteral("X")}, QStringLiteral("1"));
+    store(QStringLiteral("X/br_y"), QStringLiteral("90"));
+    saveSettings(*dialog().settings);
+    restart(m_scanner);
+    FakeScanner mute = fullScanner();
+    mute.hideCount();
+    get<QDoubleSpinBox>("br_y").setValue(12.0);
+    get<QDoubleSpinBox>("length_detection_value").setValue(80.0);
+    const int keys = keysOnDisk(QStringLiteral("X"));
+    bind(mute);
+    ok();
+    EXPECT_EQ(keysOnDisk(QStringLiteral("X")), keys);
+}
+
 TEST_F(HalfAsked, ATemplateOfOneThatSaysNothingIsStoredWhateverTheVersion)
 {
     FakeScanner mute = fullScanner();

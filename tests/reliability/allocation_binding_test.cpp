@@ -8,6 +8,8 @@
 #include <kestrelsetting.h>
 #include <kestrelsettingui.h>
 
+#include <QAbstractButton>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -115,23 +117,51 @@ TEST_F(AllocationBinding, OfAnotherScannerMixesNeitherWithTheOther)
         user.bind(scanner.handle(), folder.path());
         user.edit(0);
         starve(user, other.handle(), folder.path(), "ScannerB", n);
+        const bool stays = user.dialog().device_name == QLatin1String("ScannerA");
         user.edit(1);
         user.ok();
-        EXPECT_TRUE(file(fileName) == old);
         if (n == 0) {
             other_edited = file(otherName);
             EXPECT_FALSE(other_edited == other_old);
         }
         // What could not be loaded is not stored.
-        if (file(otherName) != other_edited) {
-            ++kept;
-            EXPECT_TRUE(file(otherName) == other_old);
-        }
+        const bool is_kept = file(otherName) != other_edited;
+        EXPECT_TRUE(!is_kept || file(otherName) == other_old);
+        EXPECT_EQ(file(fileName) == old, !stays) << "a scanner that is still bound is served";
+        kept += is_kept ? 1 : 0;
+        // Closing loads what was confirmed, into controls that may have no lists and no limits.
+        child<QAbstractButton>(user.dialog(), "cancel").click();
+        user.ok();
+        EXPECT_TRUE(file(otherName) == (is_kept ? other_old : other_edited));
         user.bind(other.handle(), folder.path(), "ScannerB");
         user.edit(1);
         user.ok();
         EXPECT_TRUE(file(otherName) == other_edited);
-        EXPECT_TRUE(file(fileName) == old);
+        EXPECT_EQ(file(fileName) == old, !stays);
     });
     EXPECT_GT(kept, 0);
+}
+
+TEST_F(AllocationBinding, TheFirstStateOfAnotherScannerHoldsNothingOfTheOneBefore)
+{
+    Texts whole;
+    forEach("the first binding of another scanner", [&](long n) {
+        const TempConfigDir folder;
+        FakeScanner scanner = scannerWithPicture();
+        FakeScanner other = scannerWithPicture();
+        UserSession user;
+        user.bind(scanner.handle(), folder.path());
+        user.edit(1);
+        starve(user, other.handle(), folder.path(), "ScannerB", n);
+        user.bind(other.handle(), folder.path(), "ScannerB");
+        const Texts file = readSettingsFile(folder.file(otherName));
+        if (n == 0) {
+            whole = file;
+        }
+        EXPECT_EQ(file.keys(), whole.keys());
+        for (const char* const key : {"brightness", "contrast", "crop_adjust_top"}) {
+            const QString name = QStringLiteral("ScannerB/") + QLatin1String(key);
+            EXPECT_EQ(file.value(name), whole.value(name)) << key;
+        }
+    });
 }
