@@ -2,6 +2,7 @@
 // no version stands without the settings that it speaks for. Some eighty fail in turn;
 // KESTREL_RELIABILITY=full takes each.
 #include "reliability/stand_in.h"
+#include "support/failing_malloc.h"
 #include "support/host.h"
 
 #include <QSettings>
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <new>
 #include <optional>
 #include <utility>
@@ -21,22 +21,11 @@
 
 using namespace kestrel::test;
 
-extern "C" void* __libc_malloc(std::size_t size);
-extern "C" void* __libc_realloc(void* memory, std::size_t size);
-
 namespace {
 
 const QString fileName = QStringLiteral("ScannerA.ini");
 
-bool isArmed = false;    ///< the next value that is stored begins the count
-bool isCounting = false; ///< from there on
-long counted = 0;
-long failing = 0;
-
-bool fails()
-{
-    return isCounting && ++counted == failing;
-}
+bool isArmed = false; ///< the next value that is stored begins the count
 
 enum class Left : unsigned char
 {
@@ -83,13 +72,13 @@ Left bindOnce(long number, const QByteArray& before)
     ScannerIdentity record = identity();
     {
         UserSession user;
-        failing = number;
+        Allocations::failing = number;
         isArmed = true;
         initKestrelSetUI(user.dialog().host(), scanner.handle(), &record, folder.path());
         isArmed = false;
-        isCounting = false;
+        Allocations::isCounting = false;
     }
-    if (counted < number) {
+    if (Allocations::counted < number) {
         return Left::AllFit;
     }
     if (!confirmed.isEmpty()) {
@@ -138,31 +127,13 @@ std::optional<Left> bindInOwnProcess(long number, const QByteArray& before)
 
 } // namespace
 
-extern "C" void* malloc(std::size_t size)
-{
-    return fails() ? nullptr : __libc_malloc(size);
-}
-
-extern "C" void* realloc(void* memory, std::size_t size)
-{
-    return fails() ? nullptr : __libc_realloc(memory, size);
-}
-
-void* operator new(std::size_t size)
-{
-    if (void* const memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
 void QSettings::setValue(const QString& key, const QVariant& value)
 {
     using SetValue = void (*)(QSettings*, const QString&, const QVariant&);
     static const auto original = reinterpret_cast<SetValue>(
         ::dlsym(RTLD_NEXT, "_ZN9QSettings8setValueERK7QStringRK8QVariant"));
     if (std::exchange(isArmed, false)) {
-        isCounting = true;
+        Allocations::isCounting = true;
     }
     original(this, key, value);
 }

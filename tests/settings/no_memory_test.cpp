@@ -6,10 +6,9 @@
 #include "child_process.h"
 #include "no_room.h"
 #include "settings_folder.h"
+#include "support/failing_malloc.h"
 
 #include <array>
-#include <cstddef>
-#include <cstdlib>
 #include <new>
 
 #include <fcntl.h>
@@ -17,24 +16,12 @@
 using namespace kestrel;
 using namespace kestrel::test;
 
-extern "C" void* __libc_malloc(std::size_t size);
-extern "C" void* __libc_realloc(void* memory, std::size_t size);
-
 namespace {
 
 const QStringList group{QStringLiteral("ScannerA")};
 const QString key = QStringLiteral("ScannerA/zoom");
 const QByteArray oldBytes = "[ScannerA]\nfill=" + QByteArray(1000, 'x') + "\nzoom=1\n";
 const QByteArray newBytes = "[ScannerA]\nfill=" + QByteArray(1000, 'x') + "\nzoom=2\n";
-
-bool isCounting = false;
-int counted = 0;
-int failing = 0; ///< the number of the allocation that fails; 0: none
-
-bool fails()
-{
-    return isCounting && ++counted == failing;
-}
 
 /// How a save in a process of its own has ended.
 enum class End : char
@@ -48,7 +35,7 @@ enum class End : char
 struct Outcome
 {
     End end = End::Never;
-    int allocations = 0;
+    long allocations = 0;
 };
 
 Outcome saveOnce(const SettingsFolder& folder, rlim_t largest)
@@ -57,21 +44,21 @@ Outcome saveOnce(const SettingsFolder& folder, rlim_t largest)
     const SettingsHandle settings = openSettings(folder.filePath());
     settings->setValue(key, QStringLiteral("2"));
     const FileSizeLimit limit(largest);
-    isCounting = true;
+    Allocations::isCounting = true;
     try {
         const bool isSaved = saveSettings(*settings, group);
-        isCounting = false;
+        Allocations::isCounting = false;
         outcome.end = isSaved ? End::Saved : End::Refused;
     } catch (const std::bad_alloc&) {
-        isCounting = false;
+        Allocations::isCounting = false;
         outcome.end = End::Thrown;
     }
-    outcome.allocations = counted;
+    outcome.allocations = Allocations::counted;
     return outcome;
 }
 
 /// Saves in a process of its own, where the allocation @p number fails.
-Outcome saveWithoutMemory(const SettingsFolder& folder, int number, rlim_t largest)
+Outcome saveWithoutMemory(const SettingsFolder& folder, long number, rlim_t largest)
 {
     std::array<int, 2> pipe{};
     EXPECT_EQ(::pipe2(pipe.data(), O_CLOEXEC), 0);
@@ -79,7 +66,7 @@ Outcome saveWithoutMemory(const SettingsFolder& folder, int number, rlim_t large
     if (child == 0) {
         ::dup2(::open("/dev/null", O_WRONLY), STDERR_FILENO); // the toolkit's farewell
         ::alarm(60);                                          // nothing that works takes as long
-        failing = number;
+        Allocations::failing = number;
         const Outcome outcome = saveOnce(folder, largest);
         const ssize_t told = ::write(pipe[1], &outcome, sizeof outcome);
         ::_exit(told == sizeof outcome ? 0 : 1);
@@ -103,9 +90,9 @@ void walk(rlim_t largest, End withMemory)
     const Outcome whole = saveWithoutMemory(folder, 0, largest);
     ASSERT_EQ(whole.end, withMemory);
     ASSERT_GT(whole.allocations, 100);
-    int ended = 0;
+    long ended = 0;
     const int step = qgetenv("KESTREL_RELIABILITY") == "full" ? 1 : 3;
-    for (int number = 1; number <= whole.allocations; number += step) {
+    for (long number = 1; number <= whole.allocations; number += step) {
         folder.write(oldBytes);
         const Outcome outcome = saveWithoutMemory(folder, number, largest);
         const SettingsHandle settings = openSettings(folder.filePath());
@@ -120,24 +107,6 @@ void walk(rlim_t largest, End withMemory)
 }
 
 } // namespace
-
-extern "C" void* malloc(std::size_t size)
-{
-    return fails() ? nullptr : __libc_malloc(size);
-}
-
-extern "C" void* realloc(void* memory, std::size_t size)
-{
-    return fails() ? nullptr : __libc_realloc(memory, size);
-}
-
-void* operator new(std::size_t size)
-{
-    if (void* const memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
 
 void operator delete(void* memory) noexcept
 {
