@@ -212,7 +212,7 @@ void KestrelSettingUI::keepFirstState()
         }
     } else if (areDefaultsInDoubt()) {
         storeGroup(defaults, true);
-        noteVersion(true);
+        noteVersion(true); // the doubt goes last: the version stands throughout
     }
 }
 

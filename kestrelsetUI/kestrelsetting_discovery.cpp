@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
-#include <utility>
 #include <vector>
 
 using namespace kestrel;
